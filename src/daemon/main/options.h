@@ -1,0 +1,27 @@
+#pragma once
+
+#include "values/enums.h"
+
+#include <optional>
+#include <string>
+
+namespace TALO::Wifid {
+
+/// How the daemon is set up: the command line, then the configuration file, then these defaults.
+struct Options {
+  enum class Bus { System, Session };
+
+  std::string radioDriver = "simulated";
+  Wifi::Util::SupportedModel model = Wifi::Util::SupportedModel::Alder100;
+  Wifi::CountryCode country = Wifi::CountryCode::DE;
+  Bus bus = Bus::System;
+  std::string stateDirectory = "/var/lib/talowifi";
+  std::string bridge = "br0";
+  Wifi::Util::LogLevel logLevel = Wifi::Util::LogLevel::Information;
+};
+
+/// Nothing when only the help was asked for; it has been printed then. Throws std::exception with a sentence
+/// that names the option and the value for anything that cannot be used.
+std::optional<Options> ParseOptions(int argc, const char* const* argv);
+
+}  // namespace TALO::Wifid

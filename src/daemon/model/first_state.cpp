@@ -1,0 +1,51 @@
+#include "daemon/model/first_state.h"
+
+#include <algorithm>
+
+namespace TALO::Wifid {
+
+namespace {
+
+RadioState DefaultRadio(RadioFrequency radio) {
+  RadioState state;
+  state.radio = radio;
+  switch (radio) {
+    case RadioFrequency::Band2_4GHz:
+      state.channel = 6;
+      state.channelWidth = 20;
+      break;
+    case RadioFrequency::Band5GHz:
+    case RadioFrequency::Band5GHz_1:
+      state.channel = 36;
+      state.channelWidth = 80;
+      break;
+    case RadioFrequency::Band5GHz_2:
+      state.channel = 100;
+      state.channelWidth = 80;
+      break;
+    case RadioFrequency::Error:
+    case RadioFrequency::SmartConnect:
+      break;
+  }
+  return state;
+}
+
+}  // namespace
+
+State MakeFirstState(const Capabilities& capabilities, CountryCode country) {
+  State state;
+  state.country = country;
+  return AdaptToRadios(std::move(state), capabilities);
+}
+
+State AdaptToRadios(State state, const Capabilities& capabilities) {
+  std::vector<RadioState> radios;
+  for (const RadioCapability& capability : capabilities.radios) {
+    const auto known = std::ranges::find(state.radios, capability.radio, &RadioState::radio);
+    radios.push_back(known != state.radios.end() ? *known : DefaultRadio(capability.radio));
+  }
+  state.radios = std::move(radios);
+  return state;
+}
+
+}  // namespace TALO::Wifid

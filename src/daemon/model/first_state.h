@@ -1,0 +1,15 @@
+#pragma once
+
+#include "daemon/model/capabilities.h"
+#include "daemon/model/state.h"
+
+namespace TALO::Wifid {
+
+/// The state of a router that was never set up: no network, every radio on with the defaults of its band.
+State MakeFirstState(const Capabilities& capabilities, CountryCode country);
+
+/// `state` with a setting for each radio that is there and none for one that is not, as after a change of
+/// hardware.
+State AdaptToRadios(State state, const Capabilities& capabilities);
+
+}  // namespace TALO::Wifid

@@ -1,0 +1,14 @@
+#pragma once
+
+// The one list of the state's members; the state file's form comes from it.
+
+#include "client/record_members.h"
+#include "daemon/model/state.h"
+
+#include <boost/hana/adapt_struct.hpp>
+
+BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::NetworkState, id, networkName, ssid, hidden, securityMode, passphrase,
+                        passphraseChangedAt, activated, context, bridge, slot);
+BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::RadioState, radio, enable, channel, channelWidth, transmitPower,
+                        wifiGeneration);
+BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::State, nextNetworkId, context, country, radios, networks);

@@ -1,0 +1,64 @@
+#include "daemon/service/endpoint.h"
+
+#include <exception>
+
+namespace TALO::Wifid {
+
+namespace Bus = Wifi::Bus;
+
+PendingCall::PendingCall(sd_bus_message* call) : call_(sd_bus_message_ref(call)) {}
+
+PendingCall::~PendingCall() {
+  if (!answered_) {
+    Fail("the call was dropped");
+  }
+}
+
+void PendingCall::Refuse(const Refusal& refusal) {
+  if (answered_) {
+    return;
+  }
+  answered_ = true;
+  // A caller that has gone is no failure of ours: nothing is left to be done with the answer.
+  sd_bus_reply_method_errorf(call_.get(), Bus::ErrorNameOf(refusal.code), "%s", refusal.sentence.c_str());
+}
+
+Bus::Message PendingCall::NewReply() {
+  sd_bus_message* reply = nullptr;
+  if (sd_bus_message_new_method_return(call_.get(), &reply) < 0) {
+    return nullptr;
+  }
+  return Bus::Message(reply);
+}
+
+void PendingCall::Send(sd_bus_message* reply) {
+  if (answered_) {
+    return;
+  }
+  answered_ = true;
+  sd_bus_send(nullptr, reply, nullptr);
+}
+
+void PendingCall::Fail(const std::string& why) {
+  if (answered_) {
+    return;
+  }
+  answered_ = true;
+  sd_bus_reply_method_errorf(call_.get(), SD_BUS_ERROR_FAILED, "the wifi daemon failed: %s", why.c_str());
+}
+
+void Endpoint::Receive(sd_bus_message* message) const {
+  const auto call = std::make_shared<PendingCall>(message);
+  if (!handle_) {
+    call->Refuse(
+        {ErrorCode::NotSupported, std::string("the wifi daemon does not support ") + operation_ + " yet"});
+    return;
+  }
+  try {
+    handle_(call);
+  } catch (const Bus::CodecError& error) {
+    call->Refuse({ErrorCode::InvalidArgument, std::string(operation_) + ": " + error.what()});
+  }
+}
+
+}  // namespace TALO::Wifid

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace TALO::Wifid {
+
+/// Owns a file descriptor; -1 for none.
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
+  ~Descriptor() {
+    if (number_ >= 0) {
+      close(number_);
+    }
+  }
+
+  int Get() const { return number_; }
+  bool IsOpen() const { return number_ >= 0; }
+
+ private:
+  int number_ = -1;
+};
+
+}  // namespace TALO::Wifid
