@@ -17,7 +17,7 @@ struct FixedString {
     std::copy_n(literal, Size, text);
   }
 
-  constexpr std::string_view View() const { return {text, Size}; }
+  constexpr std::string_view View() const { return text; }
 };
 
 template <std::size_t SizeWithZero>

@@ -75,6 +75,7 @@ std::string FormatMessage(const char* format, ...) {
   va_start(arguments, format);
   std::va_list again;
   va_copy(again, arguments);
+  // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): the analyzer loses va_start
   const int length = std::vsnprintf(nullptr, 0, format, arguments);
   va_end(arguments);
 
