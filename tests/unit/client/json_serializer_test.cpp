@@ -5,10 +5,10 @@
 #include <gtest/gtest.h>
 #include <json/value.h>
 
+#include <concepts>
 #include <map>
 #include <set>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 namespace TALO::Wifi::Daemon {

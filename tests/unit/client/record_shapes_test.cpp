@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <set>

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstddef>
 #include <set>
 #include <string>
 #include <system_error>

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <concepts>
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
