@@ -4,7 +4,6 @@
 
 #include <cctype>
 #include <cstddef>
-#include <exception>
 #include <iomanip>
 #include <iostream>
 
@@ -21,7 +20,7 @@ bool isLower(char c) { return std::islower(static_cast<unsigned char>(c)) != 0; 
 bool debugCommandsAllowed() {
   try {
     return Wifi::Daemon::LogLevelHelper::IsDebugLogLevel();
-  } catch (const std::exception&) {
+  } catch (...) {
     return false;
   }
 }

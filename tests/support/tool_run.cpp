@@ -1,6 +1,7 @@
 #include "support/tool_run.h"
 
 #include "main/dispatch.h"
+#include "support/captured_output.h"
 
 #include <iostream>
 #include <sstream>
@@ -8,6 +9,14 @@
 namespace TALO::Tool {
 
 ToolRun runTool(const std::vector<std::string>& words) {
+  std::stringbuf output;
+  ToolRun run;
+  run.status = runToolInto(output, words);
+  run.output = output.str();
+  return run;
+}
+
+int runToolInto(std::streambuf& output, const std::vector<std::string>& words) {
   std::vector<const char*> arguments = {"talowifitool"};
   for (const std::string& word : words) {
     arguments.push_back(word.c_str());
@@ -15,13 +24,8 @@ ToolRun runTool(const std::vector<std::string>& words) {
   const auto count = static_cast<int>(arguments.size());
   arguments.push_back(nullptr);
 
-  std::ostringstream output;
-  std::streambuf* const before = std::cout.rdbuf(output.rdbuf());
-  ToolRun run;
-  run.status = dispatch(count, arguments.data());
-  std::cout.rdbuf(before);
-  run.output = output.str();
-  return run;
+  const RedirectedStream redirected(std::cout, output);
+  return dispatch(count, arguments.data());
 }
 
 }  // namespace TALO::Tool

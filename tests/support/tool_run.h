@@ -1,5 +1,6 @@
 #pragma once
 
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -13,5 +14,8 @@ struct ToolRun {
 
 /// Runs the tool with the words behind the program name, against the fake daemon.
 ToolRun runTool(const std::vector<std::string>& words);
+
+/// Runs it with `output` in place of standard output and returns the exit status.
+int runToolInto(std::streambuf& output, const std::vector<std::string>& words);
 
 }  // namespace TALO::Tool
