@@ -56,7 +56,8 @@ class Engine {
   void Enqueue(std::function<Result<Change<Answer>>()> rule, Done<Answer> done);
   /// Stores and applies `next`; then calls `finish` and goes on with the queue.
   void Commit(State next, Finish finish);
-  /// Takes store and radios back to the state in force; then calls `finish` with `why` and goes on with the queue.
+  /// Takes store and radios back to the state in force; then calls `finish` with `why` and goes on with the
+  /// queue.
   void RollBack(const Refusal& why, Finish finish);
   void Step();
   void EndStep();
