@@ -14,7 +14,6 @@
 
 namespace TALO::Wifid {
 
-using Wifi::Member;
 using Wifi::TextKind;
 
 namespace {
