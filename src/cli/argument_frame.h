@@ -16,9 +16,9 @@ namespace TALO::Tool {
 /// point can print it whatever fails later. The handler declares its options on the result.
 boost::program_options::options_description& publishUsage(Usage& usage, const char* caption);
 
-/// The values that `subargs` give to the declared options; anything else in them is refused with the option
-/// library's own errors. Nothing is enforced as required: an option that was not given throws
-/// boost::bad_any_cast when it is read with as<T>().
+/// The values that `subargs` give to the declared options. Unknown options and bad values are refused with
+/// the option library's own errors; words that belong to no option are ignored. Nothing is enforced as
+/// required: an option that was not given throws boost::bad_any_cast when it is read with as<T>().
 boost::program_options::variables_map parseArguments(
     const std::vector<std::string>& subargs, const boost::program_options::options_description& options);
 
