@@ -2,6 +2,7 @@
 
 #include "client/bytes.h"
 
+#include <cerrno>
 #include <stdexcept>
 #include <system_error>
 
@@ -25,6 +26,15 @@ void ReadBasic(sd_bus_message* message, char type, void* value) {
 
 void AppendBasic(sd_bus_message* message, char type, const void* value) {
   CheckMessage(sd_bus_message_append_basic(message, type, value));
+}
+
+[[noreturn]] void ThrowInvalidText(const std::string& text, const char* reason) {
+  // NUL would end the words of an exception.
+  std::string readable;
+  for (const char c : ToReadableText(text)) {
+    readable += c == '\0' ? "\xEF\xBF\xBD" : std::string(1, c);
+  }
+  throw InvalidText("the text \"" + readable + "\" " + reason);
 }
 
 }  // namespace
@@ -63,12 +73,17 @@ std::uint16_t Codec<std::uint16_t>::Read(sd_bus_message* message) {
 void Codec<std::string>::Append(sd_bus_message* message, const std::string& text) {
   // Checked here: sd-bus would cut the text at a NUL without a word, and refuse bad UTF-8 without naming it.
   if (text.find('\0') != std::string::npos) {
-    throw InvalidText("the text \"" + ToReadableText(text) + "\" holds a NUL byte");
+    ThrowInvalidText(text, "holds a NUL byte");
   }
   if (!IsUTF8(text)) {
-    throw InvalidText("the text \"" + ToReadableText(text) + "\" is not UTF-8");
+    ThrowInvalidText(text, "is not UTF-8");
   }
-  AppendBasic(message, SD_BUS_TYPE_STRING, text.c_str());
+  const int result = sd_bus_message_append_basic(message, SD_BUS_TYPE_STRING, text.c_str());
+  if (result == -EINVAL) {
+    // What is left are the code points that Unicode keeps from being characters; sd-bus takes none of them.
+    ThrowInvalidText(text, "holds a character that cannot be sent");
+  }
+  CheckMessage(result);
 }
 
 std::string Codec<std::string>::Read(sd_bus_message* message) {

@@ -44,7 +44,7 @@ struct Codec<std::uint16_t> {
   static std::uint16_t Read(sd_bus_message* message);
 };
 
-/// Text: UTF-8 without NUL. Append throws InvalidText for anything else.
+/// Text: UTF-8 without NUL and noncharacters. Append throws InvalidText for anything else.
 template <>
 struct Codec<std::string> {
   static constexpr FixedString signature = "s";

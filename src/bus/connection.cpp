@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <mutex>
 #include <string_view>
-#include <utility>
 
 namespace TALO::Wifi::Bus {
 
@@ -24,7 +23,7 @@ std::shared_ptr<Connection> Connection::Shared() {
 }
 
 Connection::Connection(BusHandle bus, std::chrono::microseconds deadline)
-    : bus_(std::move(bus)), deadline_(deadline) {
+    : bus_(bus.release()), deadline_(deadline) {
   WaitUntilReady();
 }
 

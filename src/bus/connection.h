@@ -68,7 +68,13 @@ class Connection {
     }
   }
 
-  BusHandle bus_;
+  /// Closes without flushing: nothing of ours is left to send once a call has returned, and flushing knows no
+  /// deadline where the other end does not read or never spoke.
+  struct AbandonBus {
+    void operator()(sd_bus* bus) const noexcept { sd_bus_close_unref(bus); }
+  };
+
+  std::unique_ptr<sd_bus, AbandonBus> bus_;
   std::chrono::microseconds deadline_;
 };
 

@@ -42,7 +42,7 @@ constexpr const char* kGone = "the wifi daemon went away before it answered";
 constexpr const char* kDenied = "the bus does not let this user talk to the wifi daemon";
 constexpr const char* kUnknown = "the wifi daemon does not know the operation; is it of another version?";
 
-constexpr std::array<BusErrorRow, 15> kBusErrors = {{
+constexpr std::array<BusErrorRow, 16> kBusErrors = {{
     {SD_BUS_ERROR_SERVICE_UNKNOWN, ErrorCode::DaemonNotRunning, "the wifi daemon is not running",
      BusErrorRow::BusName},
     {SD_BUS_ERROR_NAME_HAS_NO_OWNER, ErrorCode::DaemonNotRunning, "the wifi daemon is not running",
@@ -58,6 +58,9 @@ constexpr std::array<BusErrorRow, 15> kBusErrors = {{
     {"System.Error.ECONNRESET", ErrorCode::DaemonGone, "the bus went away before the wifi daemon answered",
      BusErrorRow::Operation},
     {"System.Error.EPIPE", ErrorCode::DaemonGone, "the bus went away before the wifi daemon answered",
+     BusErrorRow::Operation},
+    // Of a call on a connection that was lost before.
+    {"System.Error.ENOTCONN", ErrorCode::DaemonGone, "the bus went away before the wifi daemon answered",
      BusErrorRow::Operation},
     {SD_BUS_ERROR_TIMEOUT, ErrorCode::NoAnswer, "the wifi daemon did not answer in time",
      BusErrorRow::Operation},
