@@ -1,4 +1,3 @@
-#include "support/command_contract.h"
 #include "support/fake_daemon.h"
 #include "support/tool_run.h"
 #include "values/errors.h"
@@ -17,48 +16,6 @@ using Wifi::FakeDaemon;
 using Calls = std::vector<std::string>;
 
 namespace {
-
-const std::vector<CommandContract> kContracts = {
-    {.command = "listCountryCode",
-     .debugOnly = true,
-     .options = {},
-     .usage = "Usage: listCountryCode:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "ListCountryCode()"},
-     .output = "Immutable: 0\n",
-     .label = ""},
-    {.command = "getRemoteCountryCodeCapability",
-     .debugOnly = true,
-     .options = {{"serial", "SN0042"}, {"model", "Cedar300"}},
-     .usage = "Usage: getRemoteCountryCodeCapability --serial serial --model "
-              "[Alder100|Birch200|Cedar300|Dune40]:\n"
-              "  --serial arg          serial\n"
-              "  --model arg           model\n",
-     .calls = {"WifiClientFactoryForMesh::GetInstance()",
-               R"(GetRemoteCountryCodeCapability("SN0042", Cedar300))"},
-     .output = "Immutable: 0\n",
-     .label = ""},
-    {.command = "setCountryCode",
-     .debugOnly = true,
-     .options = {{"country", "DE"}},
-     .usage = "Usage: setCountryCode --country country:\n"
-              "  --country arg         country\n",
-     .calls = {"WifiClientFactory::GetInstance()", "SetCountryCode(DE)"},
-     .output = "",
-     .label = ""},
-    {.command = "getCountryCode",
-     .debugOnly = true,
-     .options = {},
-     .usage = "Usage: getCountryCode:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "GetCountryCode()"},
-     .output = "AD\n",
-     .label = ""},
-};
-
-INSTANTIATE_TEST_SUITE_P(OfCountryCodes, EveryCommand, testing::ValuesIn(kContracts), CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfCountryCodes, EveryCommandWithOptions, testing::ValuesIn(WithOptions(kContracts)),
-                         CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfCountryCodes, EveryCommandWithoutOptions,
-                         testing::ValuesIn(WithoutOptions(kContracts)), CommandOf);
 
 class CountryCommand : public testing::Test {
  protected:

@@ -1,4 +1,3 @@
-#include "support/command_contract.h"
 #include "support/fake_daemon.h"
 #include "support/tool_run.h"
 #include "values/errors.h"
@@ -15,19 +14,6 @@ using Wifi::FakeDaemon;
 using Calls = std::vector<std::string>;
 
 namespace {
-
-const std::vector<CommandContract> kContracts = {
-    {.command = "modifyLogLevel",
-     .options = {{"level", "Information"}},
-     .usage = "Usage: modifyLogLevel --level Error|Warning|Information|Debug:\n"
-              "  --level arg           log level\n",
-     .calls = {"WifiClientFactoryForTool::GetInstance()", "SetLogLevel(Information)"},
-     .output = "",
-     .label = ""},
-};
-
-INSTANTIATE_TEST_SUITE_P(OfTheLogLevel, EveryCommand, testing::ValuesIn(kContracts), CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfTheLogLevel, EveryCommandWithOptions, testing::ValuesIn(kContracts), CommandOf);
 
 class ModifyLogLevel : public testing::Test {
  protected:

@@ -1,4 +1,3 @@
-#include "support/command_contract.h"
 #include "support/fake_daemon.h"
 #include "support/tool_run.h"
 #include "values/errors.h"
@@ -17,90 +16,6 @@ using Wifi::Util::ScheduleMode;
 using Calls = std::vector<std::string>;
 
 namespace {
-
-const std::vector<CommandContract> kContracts = {
-    {.command = "updateSchedule",
-     .options = {{"mode", "Customized"}},
-     .usage = "Usage: updateSchedule --mode Customized|ValidFor:\n"
-              "  --mode arg            mode\n",
-     .calls = {"WifiClientFactoryForTool::GetInstance()", "UpdateSchedule(Customized)"},
-     .output = "",
-     .label = ""},
-    {.command = "getScheduleStatus",
-     .options = {},
-     .usage = "Usage: getScheduleStatus:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "GetScheduleStatus()"},
-     .output = "",
-     .label = ""},
-    {.command = "rotatePassword",
-     .options = {{"id", "7", true}, {"radio", "Band5GHz"}},
-     .usage = "Usage: rotatePassword --id id --radio Band2_4GHz|Band5GHz|...:\n"
-              "  --id arg              int\n"
-              "  --radio arg           radio\n",
-     .calls = {"WifiClientFactoryForTool::GetInstance()", "RotatePassword({id=7, radio=Band5GHz})"},
-     .output = "",
-     .label = ""},
-    {.command = "wpsERConfig",
-     .options = {{"ifName", "wlan0"}, {"ssid", "Home"}, {"key", "correct-horse"}, {"mode", "PersonalWPA2"}},
-     .usage = "Usage: wpsERConfig --ifName name --ssid ssid --key key --mode mode:\n"
-              "  --ifName arg          ifName\n"
-              "  --ssid arg            ssid\n"
-              "  --key arg             key\n"
-              "  --mode arg            mode\n",
-     .calls = {"WifiClientFactoryForTool::GetInstance()",
-               R"(WPSERConfig({ifName="wlan0", ssid="Home", key="correct-horse", mode="PersonalWPA2"}))"},
-     .output = "",
-     .label = ""},
-    {.command = "getDevices",
-     .options = {},
-     .usage = "Usage: getDevices:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "GetDevices()"},
-     .output = "[]\n\n",
-     .label = ""},
-    {.command = "isDefaultWPS_PBCAvalible",
-     .options = {},
-     .usage = "Usage: isDefaultWPS_PBCAvalible:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "GetDefaultWPSTarget()",
-               "IsWPS_PBCAvailable({id=0, radio=Error})"},
-     .output = "0\n",
-     .label = ""},
-    {.command = "triggerWPSConnected",
-     .options = {{"ifName", "wlan0"}},
-     .usage = "Usage: triggerWPSConnected --ifName interface:\n"
-              "  --ifName arg          ifName\n",
-     .calls = {"WifiClientFactory::GetInstance()", R"(TriggerWPSConnected("wlan0"))"},
-     .output = "",
-     .label = ""},
-    {.command = "triggerDefaultWPS_PBC",
-     .options = {},
-     .usage = "Usage: triggerDefaultWPS_PBC:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "GetDefaultWPSTarget()",
-               "TriggerWPS_PBC({id=0, radio=Error})"},
-     .output = "",
-     .label = ""},
-    {.command = "triggerWPS_PBC",
-     .options = {{"id", "7", true}, {"radio", "Band2_4GHz"}},
-     .usage = "Usage: setWPSWithPBC --id id --radio Band2_4GHz|Band5GHz|...:\n"
-              "  --id arg              id\n"
-              "  --radio arg           radio\n",
-     .calls = {"WifiClientFactory::GetInstance()", "TriggerWPS_PBC({id=7, radio=Band2_4GHz})"},
-     .output = "",
-     .label = ""},
-    {.command = "triggerHWButton",
-     .options = {},
-     .usage = "Usage: triggerHWButton:\n",
-     .calls = {"WifiClientFactory::GetInstance()", "TriggerHWButton()"},
-     .output = "",
-     .label = ""},
-};
-
-INSTANTIATE_TEST_SUITE_P(OfSchedulesAndWPS, EveryCommand, testing::ValuesIn(kContracts), CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfSchedulesAndWPS, EveryCommandWithOptions,
-                         testing::ValuesIn(WithOptions(kContracts)), CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfSchedulesAndWPS, EveryCommandWithIntegers,
-                         testing::ValuesIn(WithIntegers(kContracts)), CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfSchedulesAndWPS, EveryCommandWithoutOptions,
-                         testing::ValuesIn(WithoutOptions(kContracts)), CommandOf);
 
 class ScheduleCommand : public testing::Test {
  protected:

@@ -1,4 +1,3 @@
-#include "support/command_contract.h"
 #include "support/fake_daemon.h"
 #include "support/tool_run.h"
 #include "values/errors.h"
@@ -16,71 +15,6 @@ using Wifi::FakeDaemon;
 using Calls = std::vector<std::string>;
 
 namespace {
-
-const std::vector<CommandContract> kContracts = {
-    {.command = "getIdsForTopo",
-     .debugOnly = true,
-     .options = {{"context", "router"}},
-     .usage = "Usage: getIDsForTopo --context context:\n"
-              "  --context arg         context\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", R"(GetIdsForTopo("router"))"},
-     .output = "IDs: \n",
-     .label = ""},
-    {.command = "getActivateIdsForTopo",
-     .debugOnly = true,
-     .options = {},
-     .usage = "Usage: getActivatedIDsForTopo:\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", "GetActivatedIdsForTopo()"},
-     .output = "IDs: \n",
-     .label = ""},
-    {.command = "getInterfacesForTopo",
-     .debugOnly = true,
-     .options = {},
-     .usage = "Usage: getInterfacesForTopo:\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", "GetInterfacesForTopo()"},
-     .output = "\n",
-     .label = ""},
-    {.command = "setContext",
-     .debugOnly = true,
-     .options = {{"context", "bridge"}},
-     .usage = "Usage: setContext --context Context:\n"
-              "  --context arg         context\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", R"(SetContext("bridge"))"},
-     .output = "",
-     .label = ""},
-    {.command = "getContext",
-     .debugOnly = true,
-     .options = {},
-     .usage = "Usage: getContext:\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", "GetContext()"},
-     .output = "Context: \n",
-     .label = "Context: "},
-    {.command = "activate",
-     .debugOnly = true,
-     .options = {{"id", "7", true}, {"bridge", "br0"}},
-     .usage = "Usage: activate --id NetworkID --bridge BridgeName:\n"
-              "  --id arg              network id\n"
-              "  --bridge arg          bridge name\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", R"(Activate({id=7, bridge="br0"}))"},
-     .output = "",
-     .label = ""},
-    {.command = "deactivate",
-     .debugOnly = true,
-     .options = {{"id", "7", true}},
-     .usage = "Usage: deactivate --id NetworkID:\n"
-              "  --id arg              network id\n",
-     .calls = {"WifiClientFactoryForTopo::GetInstance()", "Deactivate(7)"},
-     .output = "",
-     .label = ""},
-};
-
-INSTANTIATE_TEST_SUITE_P(OfTheTopology, EveryCommand, testing::ValuesIn(kContracts), CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfTheTopology, EveryCommandWithOptions, testing::ValuesIn(WithOptions(kContracts)),
-                         CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfTheTopology, EveryCommandWithIntegers, testing::ValuesIn(WithIntegers(kContracts)),
-                         CommandOf);
-INSTANTIATE_TEST_SUITE_P(OfTheTopology, EveryCommandWithoutOptions,
-                         testing::ValuesIn(WithoutOptions(kContracts)), CommandOf);
 
 class TopologyCommand : public testing::Test {
  protected:
