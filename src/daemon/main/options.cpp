@@ -86,6 +86,10 @@ void ReadConfigFile(po::variables_map& values, const po::options_description& op
   } catch (const po::error& error) {
     throw std::invalid_argument("the configuration file " + path + " cannot be used: " + error.what());
   }
+  // A directory opens like a file and reads like an empty one.
+  if (file.bad()) {
+    throw std::invalid_argument("the configuration file " + path + " cannot be read");
+  }
 }
 
 }  // namespace

@@ -38,10 +38,11 @@ Result<int> FindFreeSlot(const State& state, const Capabilities& capabilities) {
 Result<Change<int>> CreateNetwork(const State& state, const Capabilities& capabilities,
                                   const Wifi::NetworkCreateInfo& info, const std::string& bridge,
                                   std::int64_t now) {
-  if (auto check = CheckSSID(info.networkName, "network name"); !check.Succeeded()) {
+  // The SSID first: the tool sends one word as both, and calls it that.
+  if (auto check = CheckSSID(info.ssid); !check.Succeeded()) {
     return check.Why();
   }
-  if (auto check = CheckSSID(info.ssid); !check.Succeeded()) {
+  if (auto check = CheckSSID(info.networkName, "network name"); !check.Succeeded()) {
     return check.Why();
   }
   if (auto check = CheckPassphrase(info.passphrase); !check.Succeeded()) {

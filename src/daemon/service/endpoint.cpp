@@ -1,5 +1,7 @@
 #include "daemon/service/endpoint.h"
 
+#include "client/bytes.h"
+
 #include <exception>
 
 namespace TALO::Wifid {
@@ -19,8 +21,10 @@ void PendingCall::Refuse(const Refusal& refusal) {
     return;
   }
   answered_ = true;
+  const char* name = Bus::ErrorNameOf(refusal.code);
   // A caller that has gone is no failure of ours: nothing is left to be done with the answer.
-  sd_bus_reply_method_errorf(call_.get(), Bus::ErrorNameOf(refusal.code), "%s", refusal.sentence.c_str());
+  sd_bus_reply_method_errorf(call_.get(), name != nullptr ? name : SD_BUS_ERROR_FAILED, "%s",
+                             refusal.sentence.c_str());
 }
 
 Bus::Message PendingCall::NewReply() {
@@ -44,7 +48,8 @@ void PendingCall::Fail(const std::string& why) {
     return;
   }
   answered_ = true;
-  sd_bus_reply_method_errorf(call_.get(), SD_BUS_ERROR_FAILED, "the wifi daemon failed: %s", why.c_str());
+  sd_bus_reply_method_errorf(call_.get(), SD_BUS_ERROR_FAILED, "the wifi daemon failed: %s",
+                             Wifi::ToReadableText(why).c_str());
 }
 
 void Endpoint::Receive(sd_bus_message* message) const {
@@ -58,6 +63,9 @@ void Endpoint::Receive(sd_bus_message* message) const {
     handle_(call);
   } catch (const Bus::CodecError& error) {
     call->Refuse({ErrorCode::InvalidArgument, std::string(operation_) + ": " + error.what()});
+  } catch (const std::exception& failure) {
+    // Not for sd-bus to answer: the handler may have answered, or the call answers when it is dropped.
+    call->Fail(failure.what());
   }
 }
 

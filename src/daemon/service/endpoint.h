@@ -25,6 +25,8 @@ class PendingCall {
   ~PendingCall();
 
   void Refuse(const Refusal& refusal);
+  /// Answers that the daemon itself is at fault.
+  void Fail(const std::string& why);
 
   /// Answers with what `append` puts into the reply.
   template <typename Append>
@@ -44,8 +46,6 @@ class PendingCall {
  private:
   Wifi::Bus::Message NewReply();
   void Send(sd_bus_message* reply);
-  /// Answers that the daemon itself is at fault.
-  void Fail(const std::string& why);
 
   Wifi::Bus::Message call_;
   bool answered_ = false;

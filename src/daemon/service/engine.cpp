@@ -5,10 +5,8 @@ namespace TALO::Wifid {
 Engine::Engine(Doors doors, State state, std::string bridge)
     : doors_(doors), state_(std::move(state)), bridge_(std::move(bridge)) {}
 
-void Engine::Start(Done<void> done) {
-  doors_.driver.Apply(MakePlan(state_, doors_.driver.GetCapabilities()), ApplyMode::WhatDiffers,
-                      std::move(done));
-}
+// In the queue like a change: a driver takes no plan before it is done with the one before.
+void Engine::Start(Done<void> done) { RestartNetworks(false, std::move(done)); }
 
 template <typename Answer>
 void Engine::Enqueue(std::function<Result<Change<Answer>>()> rule, Done<Answer> done) {
@@ -70,14 +68,19 @@ void Engine::RollBack(const Refusal& why, Finish finish) {
                       });
 }
 
+// A loop, since a step that ends at once comes back here: the stack does not grow with the queue.
 void Engine::Step() {
-  if (busy_ || queue_.empty()) {
+  if (stepping_) {
     return;
   }
-  busy_ = true;
-  const auto step = std::move(queue_.front());
-  queue_.pop_front();
-  step();
+  stepping_ = true;
+  while (!busy_ && !queue_.empty()) {
+    busy_ = true;
+    const auto step = std::move(queue_.front());
+    queue_.pop_front();
+    step();
+  }
+  stepping_ = false;
 }
 
 void Engine::EndStep() {

@@ -34,7 +34,7 @@ class Engine {
   /// `bridge` is where new networks send the traffic of their stations.
   Engine(Doors doors, State state, std::string bridge);
 
-  /// Brings the radios to the state; call once, before any change.
+  /// Brings the radios to the state; call once, before any change. Changes that come meanwhile wait.
   void Start(Done<void> done);
 
   /// Runs `view` on the state and what is in the air now.
@@ -66,7 +66,8 @@ class Engine {
   State state_;
   std::string bridge_;
   std::deque<std::function<void()>> queue_;
-  bool busy_ = false;
+  bool busy_ = false;      ///< a step is under way, perhaps until the driver calls back
+  bool stepping_ = false;  ///< Step is running
 };
 
 }  // namespace TALO::Wifid

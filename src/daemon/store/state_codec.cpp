@@ -176,7 +176,11 @@ T Decode(const Json::Value& json, const std::string& where) {
     if (!json.isString()) {
       Fail(where, "is not a text");
     }
-    return json.asString();
+    std::string text = json.asString();
+    if (!Wifi::IsUTF8(text)) {
+      Fail(where, "is not UTF-8");
+    }
+    return text;
   }
 }
 
@@ -186,7 +190,9 @@ Json::Value Parse(const std::string& text) {
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
   Json::Value root;
   std::string errors;
-  if (!reader->parse(text.data(), text.data() + text.size(), &root, &errors)) {
+  // To jsoncpp a text ends at a zero.
+  if (text.find('\0') != std::string::npos ||
+      !reader->parse(text.data(), text.data() + text.size(), &root, &errors)) {
     throw FormError("it is not JSON");
   }
   return root;

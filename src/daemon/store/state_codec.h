@@ -15,7 +15,7 @@ inline constexpr int kStateVersion = 1;
 std::string EncodeState(const State& state);
 
 /// StorageFailed, with a sentence that says where, for a text that EncodeState did not make: one that is not
-/// JSON, of another version, with a member missing or of the wrong type.
+/// JSON, of another version, with a member missing, of the wrong type or not UTF-8.
 Result<State> DecodeState(const std::string& text);
 
 }  // namespace TALO::Wifid

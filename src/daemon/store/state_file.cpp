@@ -99,9 +99,11 @@ Result<void> StateFile::Save(const State& state) {
     return Refusal{ErrorCode::StorageFailed, "the state cannot be saved in " + path_ + ": " + step + ": " +
                                                  std::generic_category().message(error)};
   };
+  // What an interrupted save left has a mode that is not known, or is a link.
+  unlinkat(directory_.Get(), kNewFileName, 0);
   {
     const Descriptor file(
-        openat(directory_.Get(), kNewFileName, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kOwnerOnly));
+        openat(directory_.Get(), kNewFileName, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly));
     if (!file.IsOpen()) {
       return failed("opening");
     }

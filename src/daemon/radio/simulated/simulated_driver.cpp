@@ -45,16 +45,33 @@ Capabilities MakeCapabilities(SupportedModel model) {
   return capabilities;
 }
 
+/// Without neighbours one channel is as good as the other: the lowest.
+int AutomaticChannel(const Capabilities& capabilities, RadioFrequency radio) {
+  const auto capability = std::ranges::find(capabilities.radios, radio, &RadioCapability::radio);
+  return capability != capabilities.radios.end() ? capability->channels.front() : 0;
+}
+
 /// Beacons of each BSS take about one percent of the air.
 int UtilisationOf(const RadioPlan& plan) { return std::min(100, static_cast<int>(plan.bsss.size())); }
 
 }  // namespace
 
-SimulatedDriver::SimulatedDriver(SupportedModel model) : capabilities_(MakeCapabilities(model)) {}
+SimulatedDriver::SimulatedDriver(SupportedModel model) : capabilities_(MakeCapabilities(model)) {
+  for (const RadioCapability& radio : capabilities_.radios) {
+    RadioPlan off;
+    off.radio = radio.radio;
+    inTheAir_.push_back(std::move(off));
+  }
+}
 
 // Without stations nobody can tell a BSS that stayed from one that came back: both modes end the same.
 void SimulatedDriver::Apply(const std::vector<RadioPlan>& plan, ApplyMode, Done done) {
   inTheAir_ = plan;
+  for (RadioPlan& radio : inTheAir_) {
+    if (radio.channel == 0) {
+      radio.channel = AutomaticChannel(capabilities_, radio.radio);
+    }
+  }
   done({});
 }
 

@@ -1,0 +1,64 @@
+#include "daemon/model/first_state.h"
+
+#include "support/daemon_samples.h"
+
+#include <gtest/gtest.h>
+
+namespace TALO::Wifid {
+
+namespace {
+
+const RadioState k2_4GHz{RadioFrequency::Band2_4GHz, true, 6, 20, 100, 6};
+const RadioState k5GHz{RadioFrequency::Band5GHz, true, 36, 80, 100, 6};
+const RadioState k5GHz_1{RadioFrequency::Band5GHz_1, true, 36, 80, 100, 6};
+const RadioState k5GHz_2{RadioFrequency::Band5GHz_2, true, 100, 80, 100, 6};
+
+TEST(MakeFirstState, HasNoNetworkAndEveryRadioOn) {
+  State expected;
+  expected.nextNetworkId = 1;
+  expected.context = "router";
+  expected.country = CountryCode::US;
+  expected.radios = {k2_4GHz, k5GHz_1, k5GHz_2};
+  expected.networks = {};
+  EXPECT_EQ(MakeFirstState(TriBandRadios(), CountryCode::US), expected);
+
+  expected.country = CountryCode::DE;
+  expected.radios = {k2_4GHz, k5GHz};
+  EXPECT_EQ(MakeFirstState(DualBandRadios(), CountryCode::DE), expected);
+}
+
+TEST(AdaptToRadios, LeavesAStateAsItIsThatFits) {
+  State state = MakeState(4, {MakeNetwork(3, 2, "Home")});
+  state.radios[0] = {RadioFrequency::Band2_4GHz, false, 11, 40, 50, 4};
+  EXPECT_EQ(AdaptToRadios(state, TriBandRadios()), state);
+}
+
+TEST(AdaptToRadios, SetsUpARadioThatIsNewAndForgetsOneThatIsGone) {
+  State state = MakeState(4, {MakeNetwork(3, 2, "Home")});
+  const RadioState changed{RadioFrequency::Band2_4GHz, false, 11, 40, 50, 4};
+  state.radios = {changed, k5GHz_1, k5GHz_2};
+  State expected = state;
+  expected.radios = {changed, k5GHz};
+  EXPECT_EQ(AdaptToRadios(state, DualBandRadios()), expected);
+
+  expected.radios = {changed, k5GHz_1, k5GHz_2};
+  State dualBand = state;
+  dualBand.radios = {changed, k5GHz};
+  EXPECT_EQ(AdaptToRadios(dualBand, TriBandRadios()), expected);
+}
+
+TEST(AdaptToRadios, PutsTheRadiosIntoTheOrderOfTheCapabilities) {
+  State state = MakeState(1, {});
+  state.radios = {k5GHz_2, k2_4GHz, k5GHz_1};
+  EXPECT_EQ(AdaptToRadios(state, TriBandRadios()), MakeState(1, {}));
+}
+
+TEST(AdaptToRadios, SetsUpEveryRadioOfAStateWithNone) {
+  State state = MakeState(1, {});
+  state.radios = {};
+  EXPECT_EQ(AdaptToRadios(state, TriBandRadios()), MakeState(1, {}));
+}
+
+}  // namespace
+
+}  // namespace TALO::Wifid
