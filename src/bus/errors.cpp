@@ -72,7 +72,11 @@ constexpr std::array<BusErrorRow, 16> kBusErrors = {{
      "the wifi daemon takes other arguments; is it of another version?", BusErrorRow::Operation},
 }};
 
-constexpr std::string_view kSpawnPrefix = "org.freedesktop.DBus.Error.Spawn.";
+/// Whether the bus, or systemd on its behalf, answers that it tried to start the daemon and failed.
+bool IsFailedStart(std::string_view name) {
+  return name.starts_with("org.freedesktop.DBus.Error.Spawn.") ||
+         name == "org.freedesktop.DBus.Error.TimedOut" || name.starts_with("org.freedesktop.systemd1.");
+}
 
 }  // namespace
 
@@ -98,7 +102,7 @@ void ThrowCallError(const sd_bus_error& error, const char* operation) {
       throw DbusError(make_error_code(row.code), std::string(row.sentence) + " (" + detail + ")");
     }
   }
-  if (name.starts_with(kSpawnPrefix)) {
+  if (IsFailedStart(name)) {
     throw DbusError(make_error_code(ErrorCode::DaemonNotStarted),
                     "the bus could not start the wifi daemon (" + words + ")");
   }
