@@ -1,0 +1,56 @@
+// How the daemon ends, and what it logs.
+
+#include "support/end_to_end_test.h"
+
+#include <csignal>
+
+namespace TALO::EndToEnd {
+
+namespace {
+
+class DaemonEnd : public EndToEndTest {};
+
+TEST_F(DaemonEnd, IsASuccessWhenItIsAskedForBySignal) {
+  for (const int signal : {SIGTERM, SIGINT}) {
+    SCOPED_TRACE(signal);
+    StartDaemon();
+    EXPECT_EQ(Daemon().Terminate(signal), 0);
+    EXPECT_EQ(Daemon().GetProcess().Output(), "");
+    EXPECT_EQ(Daemon().GetProcess().Errors(),
+              "info: talowifid serves com.talo.Wifi1\ninfo: talowifid ends\n");
+  }
+}
+
+TEST_F(DaemonEnd, IsAFailureWhenTheBusIsLost) {
+  StartDaemon();
+  Bus().GetProcess().SendSignal(SIGKILL);
+  Bus().GetProcess().Wait();
+  EXPECT_EQ(Daemon().GetProcess().Wait(), 1);
+  EXPECT_EQ(Daemon().GetProcess().Errors(),
+            "info: talowifid serves com.talo.Wifi1\ntalowifid: the bus is lost: Connection reset by peer\n");
+}
+
+TEST_F(DaemonEnd, IsLoggedAtItsLevelOnly) {
+  StartDaemon({.options = {"--log-level", "Warning"}});
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  EXPECT_EQ(Daemon().GetProcess().Errors(), "");
+}
+
+TEST_F(DaemonEnd, IsLoggedWithItsLevelInFrontForTheJournal) {
+  StartDaemon({.environment = {{"JOURNAL_STREAM", "8:1"}}});
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  EXPECT_EQ(Daemon().GetProcess().Errors(), "<6>talowifid serves com.talo.Wifi1\n<6>talowifid ends\n");
+}
+
+TEST_F(DaemonEnd, LeavesNoPassphraseInTheLog) {
+  StartDaemon();
+  CreateNetwork("Home", 1, "a-passphrase-of-mine");
+  EXPECT_EQ(RunTool({"createNetwork", "--ssid", "Home", "--password", "another-of-mine"}).status, 1);
+  EXPECT_EQ(RunTool({"createNetwork", "--ssid", "Guests", "--password", "of-mine"}).status, 1);
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  EXPECT_EQ(Daemon().GetProcess().Errors().find("of-mine"), std::string::npos);
+}
+
+}  // namespace
+
+}  // namespace TALO::EndToEnd

@@ -1,0 +1,30 @@
+#include "support/daemon_process.h"
+
+#include "support/files.h"
+#include "support/test_connection.h"
+
+namespace TALO::EndToEnd {
+
+const char* DaemonProgram() { return TALOWIFID; }
+
+ProcessSetup DaemonProcess(const PrivateBus& bus, const std::string& configFile, const DaemonSetup& setup) {
+  WriteFile(configFile, setup.config);
+  ProcessSetup process{.words = {DaemonProgram(), "--config", configFile}, .environment = setup.environment};
+  process.words.insert(process.words.end(), setup.options.begin(), setup.options.end());
+  process.environment.emplace("DBUS_SYSTEM_BUS_ADDRESS", bus.Address());
+  return process;
+}
+
+DaemonOnBus::DaemonOnBus(PrivateBus& bus, const DaemonSetup& setup)
+    : bus_(bus), process_(DaemonProcess(bus, directory_ / "talowifid.conf", setup)) {
+  TestConnection(bus.Address()).WaitForOwner(process_);
+}
+
+int DaemonOnBus::Terminate(int signal) {
+  process_.SendSignal(signal);
+  const int status = process_.Wait();
+  TestConnection(bus_.Address()).WaitForNoOwner();
+  return status;
+}
+
+}  // namespace TALO::EndToEnd
