@@ -88,10 +88,13 @@ Message Connection::Send(sd_bus_message* call, const char* operation, bool sensi
 }
 
 void Connection::CheckSignature(sd_bus_message* reply, const char* operation, const char* signature) {
-  const char* received = sd_bus_message_get_signature(reply, 1);
-  if (received == nullptr || std::string_view(received) != signature) {
-    ThrowBadReply(operation, "it holds \"" + std::string(received != nullptr ? received : "") +
-                                 "\" instead of \"" + signature + "\"");
+  CheckContents(operation, sd_bus_message_get_signature(reply, 1), signature);
+}
+
+void Connection::CheckContents(const char* operation, const char* received, const char* wanted) {
+  const std::string_view held = received != nullptr ? received : "";
+  if (held != wanted) {
+    ThrowBadReply(operation, "it holds \"" + std::string(held) + "\" instead of \"" + wanted + "\"");
   }
 }
 
@@ -100,10 +103,11 @@ std::string Connection::GetTextProperty(const char* path, const char* interface,
   Fill(property, [&] { ArgumentsCodec<std::string, std::string>::Append(call.get(), interface, property); });
   const Message reply = Send(call.get(), property, false);
   CheckSignature(reply.get(), property, "v");
+  const char* contents = nullptr;
+  sd_bus_message_peek_type(reply.get(), nullptr, &contents);
+  CheckContents(property, contents, "s");
   try {
-    if (!EnterContainer(reply.get(), SD_BUS_TYPE_VARIANT, "s")) {
-      throw CodecError("a text is missing");
-    }
+    EnterContainer(reply.get(), SD_BUS_TYPE_VARIANT, "s");
     return Codec<std::string>::Read(reply.get());
   } catch (const CodecError& error) {
     ThrowBadReply(property, error.what());

@@ -53,6 +53,7 @@ class Connection {
   Message NewCall(const char* path, const char* interface, const char* member, bool sensitive);
   Message Send(sd_bus_message* call, const char* operation, bool sensitive);
   static void CheckSignature(sd_bus_message* reply, const char* operation, const char* signature);
+  static void CheckContents(const char* operation, const char* received, const char* wanted);
 
   /// Runs `append`; a text that cannot travel is the caller's bad argument.
   template <typename AppendArguments>

@@ -106,8 +106,9 @@ void ThrowCallError(const sd_bus_error& error, const char* operation) {
     throw DbusError(make_error_code(ErrorCode::DaemonNotStarted),
                     "the bus could not start the wifi daemon (" + words + ")");
   }
-  throw DbusError(make_error_code(ErrorCode::Unexpected),
-                  std::string(operation) + " failed on the bus: " + std::string(name) + ": " + words);
+  throw DbusError(make_error_code(ErrorCode::Unexpected), std::string(operation) +
+                                                              " failed on the bus: " + std::string(name) +
+                                                              (words == name ? "" : ": " + words));
 }
 
 void ThrowBusUnavailable(int error) {

@@ -93,7 +93,8 @@ TEST_F(OddAnswer, ToTheLogLevelClosesDebugCommands) {
     return Then::ServeOn;
   };
   EXPECT_EQ(RunToolAgainst({"getRadios"}, answerNumber),
-            Failure("the answer of the wifi daemon to LogLevel cannot be read (No such device or address): "
+            Failure("the answer of the wifi daemon to LogLevel cannot be read (it holds \"i\" instead of "
+                    "\"s\"): "
                     "Bad reply\n" +
                     Tool::helpListing(false)));
   EXPECT_EQ(RunToolAgainst({"help"}, answerNumber), Success(Tool::helpListing(false)));

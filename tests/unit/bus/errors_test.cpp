@@ -139,16 +139,15 @@ TEST(ErrorOfTheBus, IsNotTakenForARefusalThatItsNameOnlyResembles) {
 }
 
 TEST(ErrorOfTheBus, IsKnownByItsNameWhenItHasNoMessage) {
-  const Thrown expected = {
-      Thrown::Failure, ErrorCode::Unexpected,
-      "GetDevices failed on the bus: com.example.Odd: com.example.Odd: Unexpected error"};
+  const Thrown expected = {Thrown::Failure, ErrorCode::Unexpected,
+                           "GetDevices failed on the bus: com.example.Odd: Unexpected error"};
   EXPECT_EQ(MeaningOf("com.example.Odd", nullptr), expected);
   EXPECT_EQ(MeaningOf("com.example.Odd", ""), expected);
 }
 
 TEST(ErrorOfTheBus, IsStillAFailureWithoutANameAndAMessage) {
   EXPECT_EQ(MeaningOf(nullptr, nullptr), (Thrown{Thrown::Failure, ErrorCode::Unexpected,
-                                                 "GetDevices failed on the bus: : : Unexpected error"}));
+                                                 "GetDevices failed on the bus: : Unexpected error"}));
 }
 
 TEST(MissingBus, IsReportedWithItsReason) {
