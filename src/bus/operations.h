@@ -90,7 +90,10 @@ using General = Interface<"com.talo.Wifi1.General",
     Operation<"TriggerHWButton", &WifiClient::TriggerHWButton, "", "">,
     Operation<"ListCountryCode", &WifiClient::ListCountryCode, "", "capability">,
     Operation<"SetCountryCode", &WifiClient::SetCountryCode, "country", "">,
-    Operation<"GetCountryCode", &WifiClient::GetCountryCode, "", "country">>;
+    Operation<"GetCountryCode", &WifiClient::GetCountryCode, "", "country">,
+    Operation<"GetNetworkSetting", &WifiClient::GetNetworkSetting, "networkId", "network">,
+    Operation<"SetSchedule", &WifiClient::SetSchedule, "schedule", "">,
+    Operation<"AssignMACFilterProfile", &WifiClient::AssignMACFilterProfile, "networkId profileId", "">>;
 
 /// Rows in the order of WifiClientForMesh.
 using Mesh = Interface<"com.talo.Wifi1.Mesh",

@@ -106,6 +106,15 @@ class WifiClientProxy final : public WifiClient {
     return connection_->Call<&WifiClient::SetCountryCode>(country);
   }
   CountryCode GetCountryCode() override { return connection_->Call<&WifiClient::GetCountryCode>(); }
+  NetworkSetting GetNetworkSetting(int networkId) override {
+    return connection_->Call<&WifiClient::GetNetworkSetting>(networkId);
+  }
+  void SetSchedule(const NetworkSchedule& schedule) override {
+    return connection_->Call<&WifiClient::SetSchedule>(schedule);
+  }
+  void AssignMACFilterProfile(int networkId, int profileId) override {
+    return connection_->Call<&WifiClient::AssignMACFilterProfile>(networkId, profileId);
+  }
 
  private:
   std::shared_ptr<Connection> connection_;

@@ -47,6 +47,8 @@ BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::MACFilterGlobal, devices, enablePreventBroad
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::MACFilterProfile, id, name, action, devices);
 
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::ScheduleStatusEntry, radio, mode, secondsToSwitch);
+BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::ScheduleWindow, start, end);
+BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::NetworkSchedule, networkId, radio, mode, validFor, windows);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::WPS_ERConfigInput, ifName, ssid, key, mode);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifi::DeviceInfo, address, name, ipAddress, networkId, ssid, radio, interface,
                         signal, transmitRate, receiveRate, connectedTime);

@@ -22,6 +22,26 @@ struct ScheduleStatusEntry {
 /// Network ID to its schedules, one entry a radio.
 using ScheduleStatus = std::map<int, std::vector<ScheduleStatusEntry>>;
 
+/// Minutes of the week in local time, Monday 00:00 being 0: on from `start`, off from `end`, which lies after
+/// it.
+struct ScheduleWindow {
+  int start = 0;  ///< 0 to 10079
+  int end = 0;    ///< 1 to 10080
+
+  bool operator==(const ScheduleWindow&) const = default;
+};
+
+/// When a network is to be on the air.
+struct NetworkSchedule {
+  int networkId = 0;
+  Util::RadioFrequency radio = Util::RadioFrequency::SmartConnect;  ///< `SmartConnect` for all its radios
+  Util::ScheduleMode mode = Util::ScheduleMode::Error;
+  int validFor = 0;                     ///< of `ValidFor`: seconds from now, 0 takes the schedule away
+  std::vector<ScheduleWindow> windows;  ///< of `Customized`: on-times, none takes the schedule away
+
+  bool operator==(const NetworkSchedule&) const = default;
+};
+
 /// What an external registrar is told. `mode` is one of the security modes' names.
 struct WPS_ERConfigInput {
   std::string ifName;

@@ -103,6 +103,15 @@ class TALO_WIFI_API WifiClient {
   virtual void SetCountryCode(CountryCode country) = 0;
 
   virtual CountryCode GetCountryCode() = 0;
+
+  /// One network; NotFound for an unknown ID.
+  virtual NetworkSetting GetNetworkSetting(int networkId) = 0;
+
+  /// Gives a network a schedule in place of those it had on the same radios.
+  virtual void SetSchedule(const NetworkSchedule& schedule) = 0;
+
+  /// Makes a network use a MAC filter profile, or none for -1; in effect at once on connected stations.
+  virtual void AssignMACFilterProfile(int networkId, int profileId) = 0;
 };
 
 /// Hands out the general client.

@@ -23,8 +23,9 @@ const std::map<std::string, Names> kRooms = {
     {"main", {"commands", "cli", "client", "values"}},
     {"bus", {"client", "values"}},
     {"daemon/model", {"client", "values"}},
-    {"daemon/store", {"daemon/model", "client", "values"}},
-    {"daemon/radio", {"daemon/model", "client", "values"}},
+    {"daemon/json", {"client", "values"}},
+    {"daemon/store", {"daemon/json", "daemon/model", "client", "values"}},
+    {"daemon/radio", {"daemon/json", "daemon/model", "client", "values"}},
     {"daemon/service", {"daemon/model", "daemon/store", "daemon/radio", "bus", "client", "values"}},
     {"daemon/main",
      {"daemon/model", "daemon/store", "daemon/radio", "daemon/service", "bus", "client", "values"}},
@@ -43,8 +44,9 @@ const std::vector<Library> kLibraries = {
     {"boost/",
      "Boost",
      {"cli", "commands", "main", "daemon/main"},
-     {"client/record_descriptions.h", "client/record_members.h", "daemon/model/state_description.h"}},
-    {"json/", "jsoncpp", {"client", "commands", "daemon/store", "daemon/radio"}, {}},
+     {"client/record_descriptions.h", "client/record_members.h", "daemon/model/state_description.h",
+      "daemon/radio/simulated/scenario_description.h"}},
+    {"json/", "jsoncpp", {"client", "commands", "daemon/json"}, {}},
     {"magic_enum", "magic_enum", {"values"}, {}},
 };
 

@@ -2,6 +2,7 @@
 
 #include "support/command_rows.h"
 #include "support/end_to_end_test.h"
+#include "support/files.h"
 #include "support/network_json.h"
 
 #include <sys/stat.h>
@@ -54,6 +55,7 @@ TEST_F(DaemonOptions, AreThoseOfATriBandRouterInGermanyOutOfTheBox) {
 }
 
 TEST_F(DaemonOptions, AreReadFromTheConfigurationFile) {
+  WriteFile(Path("scenario.json"), R"({"bridges": ["br7"]})");
   StartDaemon({.options = {},
                .config = "# the living room's\n"
                          "radio-driver = simulated\n"
@@ -61,7 +63,9 @@ TEST_F(DaemonOptions, AreReadFromTheConfigurationFile) {
                          "country = FR\n"
                          "bus = system\n"
                          "bridge = br7\n"
-                         "log-level = Debug\n"});
+                         "log-level = Debug\n"
+                         "scenario = " +
+                         Path("scenario.json") + "\n"});
   EXPECT_EQ(RunTool({"getRadioIfStatuses"}), Success(kDualBand));
   EXPECT_EQ(Country(), "FR");
   CreateNetwork("Home", 1);
@@ -70,14 +74,16 @@ TEST_F(DaemonOptions, AreReadFromTheConfigurationFile) {
 }
 
 TEST_F(DaemonOptions, OfTheCommandLineGoBeforeTheConfigurationFile) {
-  StartDaemon(
-      {.options = {"--model", "Alder100", "--country", "GB", "--bridge", "br1", "--log-level", "Debug"},
-       .config = "model = Cedar300\n"
-                 "country = FR\n"
-                 "bridge = br7\n"
-                 "log-level = Error\n"
-                 "state-dir = " +
-                 Path("configured") + "\n"});
+  WriteFile(Path("scenario.json"), R"({"bridges": ["br1"]})");
+  StartDaemon({.options = {"--model", "Alder100", "--country", "GB", "--bridge", "br1", "--log-level",
+                           "Debug", "--scenario", Path("scenario.json")},
+               .config = "model = Cedar300\n"
+                         "country = FR\n"
+                         "bridge = br7\n"
+                         "log-level = Error\n"
+                         "scenario = /none\n"
+                         "state-dir = " +
+                         Path("configured") + "\n"});
   EXPECT_EQ(RunTool({"getRadioIfStatuses"}), Success(kTriBand));
   EXPECT_EQ(Country(), "GB");
   CreateNetwork("Home", 1);
@@ -111,6 +117,7 @@ TEST_F(DaemonOptions, AreOnlyPrintedByHelp) {
                     "  --country CODE            country code of a router that was never set up\n"
                     "  --bus system|session      which bus to serve\n"
                     "  --state-dir DIR           where the state is kept\n"
+                    "  --scenario FILE           what the simulated radios hear\n"
                     "  --bridge NAME             bridge of new networks\n"
                     "  --log-level LEVEL         Error, Warning, Information or Debug\n"));
 }

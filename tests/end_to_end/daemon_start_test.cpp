@@ -62,7 +62,7 @@ TEST_F(DaemonStart, RefusesBadValuesInTheConfigurationFile) {
 TEST_F(DaemonStart, RefusesWordsThatAreNoOption) {
   EXPECT_EQ(RunDaemon({.options = {"--colour", "blue"}}), Refused("unrecognised option '--colour'"));
   EXPECT_EQ(RunDaemon({.options = {"now"}}),
-            Refused("too many positional options have been specified on the command line"));
+            Refused("the word \"now\" on the command line belongs to no option"));
   EXPECT_EQ(RunDaemon({.options = {"--model"}}),
             Refused("the required argument for option '--model' is missing"));
   EXPECT_EQ(RunDaemon({.options = {"--model", "Dune40", "--model", "Dune40"}}),
@@ -135,6 +135,17 @@ TEST_F(DaemonStart, RefusesWhereThePolicyKeepsItsNameFromIt) {
             Refused("the name com.talo.Wifi1 cannot be taken on the bus: Permission denied"));
 }
 
+TEST_F(DaemonStart, RefusesAScenarioThatItCannotReadOrUnderstand) {
+  const auto runWith = [this](const std::string& file) {
+    return RunDaemon({.options = {"--scenario", file}});
+  };
+  EXPECT_EQ(runWith(Path("none.json")),
+            Refused("the scenario " + Path("none.json") + " cannot be read: No such file or directory"));
+  const std::string file = Path("scenario.json");
+  WriteFile(file, R"({"devices": [{"address": "phone"}]})");
+  EXPECT_EQ(runWith(file), Refused("the scenario " + file + ": devices[0].address is not a MAC address"));
+}
+
 struct BadState {
   const char* text;
   const char* reason;
@@ -150,9 +161,9 @@ TEST_F(DaemonStart, RefusesAStateItDoesNotUnderstandAndLeavesItAsItIs) {
   newer.replace(newer.find(version), version.size(), "\"version\" : 2");
 
   const std::vector<BadState> states = {
-      {"", "it is not JSON"},
-      {"{\"version\" : 1", "it is not JSON"},
-      {"\xff\xfe", "it is not JSON"},
+      {"", "it is not JSON (line 1, column 1)"},
+      {"{\"version\" : 1", "it is not JSON (line 1, column 15)"},
+      {"\xff\xfe", "it is not JSON (line 1, column 1)"},
       {"[]", "it has no version"},
       {"{}\n", "it has no version"},
       {"{\"version\" : \"1\"}", "it has no version"},

@@ -30,6 +30,17 @@ TEST_F(LogLevel, RefusesDebugCommandsOutOfTheBoxWithTheWordAsTyped) {
   EXPECT_EQ(RunTool({"GETRADIOS", "--unknown"}), Failure("GETRADIOS is supported only on debug mode.\n"));
 }
 
+TEST_F(LogLevel, RefusesEveryOtherCommandThanTheListedOnes) {
+  int refused = 0;
+  for (const Tool::CommandRow& row : Tool::commandRows()) {
+    if (row.debugOnly) {
+      ++refused;
+      EXPECT_EQ(RunTool({row.name}), Failure(row.name + " is supported only on debug mode.\n"));
+    }
+  }
+  EXPECT_EQ(refused, 43);
+}
+
 TEST_F(LogLevel, RefusesDebugCommandsBeforeTheyChangeAnything) {
   EXPECT_EQ(RunTool({"createNetwork", "--ssid", "Home", "--password", "correct-horse"}),
             Failure("createNetwork is supported only on debug mode.\n"));

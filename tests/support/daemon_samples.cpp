@@ -49,12 +49,24 @@ std::vector<RadioState> TriBandSettings() {
           {RadioFrequency::Band5GHz_2, true, 100, 80, 100, 6}};
 }
 
+std::vector<Wifi::StationSetting> StationsOff(const std::vector<RadioFrequency>& radios) {
+  std::vector<Wifi::StationSetting> stations;
+  for (const RadioFrequency radio : radios) {
+    Wifi::StationSetting& station = stations.emplace_back();
+    station.securityMode = SecurityMode::Disabled;
+    station.radio = radio;
+  }
+  return stations;
+}
+
 State MakeState(int nextNetworkId, std::vector<NetworkState> networks) {
   State state;
   state.nextNetworkId = nextNetworkId;
   state.context = "router";
   state.country = CountryCode::DE;
   state.radios = TriBandSettings();
+  state.stations =
+      StationsOff({RadioFrequency::Band2_4GHz, RadioFrequency::Band5GHz_1, RadioFrequency::Band5GHz_2});
   state.networks = std::move(networks);
   return state;
 }
@@ -71,17 +83,10 @@ std::vector<LiveRadio> LiveAsPlanned(const std::vector<RadioPlan>& plan) {
       entry.channel = radio.channel;
       entry.channelWidth = radio.channelWidth;
       for (const BSSPlan& bss : radio.bsss) {
-        entry.bsss.push_back({bss.networkId, bss.interface, bss.bssid, true, 0});
+        entry.bsss.push_back({bss.networkId, bss.interface, bss.bssid, true, {}});
       }
     }
     live.push_back(std::move(entry));
-  }
-  return live;
-}
-
-std::vector<LiveRadio> WithoutUtilisation(std::vector<LiveRadio> live) {
-  for (LiveRadio& radio : live) {
-    radio.utilisation = 0;
   }
   return live;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "client/network_records.h"
-#include "support/daemon_print.h"
+#include "support/print_model.h"
 
 #include <string>
 #include <vector>
@@ -20,6 +20,9 @@ NetworkState MakeNetwork(int id, int slot, const std::string& ssid);
 /// The default setting of every radio of TriBandRadios.
 std::vector<RadioState> TriBandSettings();
 
+/// A station setting for each of these radios that joins nothing.
+std::vector<Wifi::StationSetting> StationsOff(const std::vector<RadioFrequency>& radios);
+
 /// The radios of TriBandRadios and these networks.
 State MakeState(int nextNetworkId, std::vector<NetworkState> networks);
 
@@ -27,10 +30,6 @@ State MakeState(int nextNetworkId, std::vector<NetworkState> networks);
 Wifi::NetworkCreateInfo InfoOf(const std::string& ssid);
 
 /// What is in the air when all of the plan is: every BSS of an enabled radio is up and has no station.
-/// Utilisation is what a driver may choose: it is left at 0.
 std::vector<LiveRadio> LiveAsPlanned(const std::vector<RadioPlan>& plan);
-
-/// The same with every utilisation at 0.
-std::vector<LiveRadio> WithoutUtilisation(std::vector<LiveRadio> live);
 
 }  // namespace TALO::Wifid

@@ -144,6 +144,16 @@ class FakeWifiClient final : public WifiClient {
     FakeDaemon::Get().Called("GetCountryCode");
     return FakeDaemon::Get().countryCode;
   }
+  NetworkSetting GetNetworkSetting(int networkId) override {
+    FakeDaemon::Get().Called("GetNetworkSetting", networkId);
+    return FakeDaemon::Get().networkSetting;
+  }
+  void SetSchedule(const NetworkSchedule& schedule) override {
+    FakeDaemon::Get().Called("SetSchedule", schedule);
+  }
+  void AssignMACFilterProfile(int networkId, int profileId) override {
+    FakeDaemon::Get().Called("AssignMACFilterProfile", networkId, profileId);
+  }
 };
 
 class FakeWifiClientForMesh final : public WifiClientForMesh {

@@ -61,6 +61,7 @@ class FakeDaemon {
   bool isWPS_PBCAvailable = false;
   CountryCodeCapability listCountryCode;
   CountryCode countryCode = CountryCode::AD;
+  NetworkSetting networkSetting;
   // Answers of WifiClientForMesh.
   BackhaulSetting backhaulSetting;
   std::map<Util::RadioFrequency, std::string> backhaulInterfaces;

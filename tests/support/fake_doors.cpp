@@ -1,75 +1,71 @@
 #include "support/fake_doors.h"
 
-#include <gtest/gtest.h>
+#include <algorithm>
 
 namespace TALO::Wifid {
 
-namespace {
+std::string Brief(const State& state) {
+  std::string text;
+  for (const NetworkState& network : state.networks) {
+    text += (text.empty() ? "" : " ") + std::to_string(network.id);
+  }
+  for (const Wifi::StationSetting& station : state.stations) {
+    text += station.enable ? ", joins " + station.essid : "";
+  }
+  return text;
+}
 
-/// The failure that is told of next, empty where it is to work.
-std::string TakeNext(std::deque<std::string>& failures) {
-  if (failures.empty()) {
+std::string FailureList::Take() {
+  if (failures_.empty()) {
     return {};
   }
-  std::string failure = std::move(failures.front());
-  failures.pop_front();
+  std::string failure = std::move(failures_.front());
+  failures_.pop_front();
   return failure;
 }
 
-}  // namespace
-
-std::string IDsOf(const State& state) {
-  std::string ids;
-  for (const NetworkState& network : state.networks) {
-    ids += (ids.empty() ? "" : " ") + std::to_string(network.id);
-  }
-  return ids;
-}
-
 Result<void> FakeStore::Save(const State& state) {
-  journal_.push_back("save " + IDsOf(state));
-  if (const std::string failure = TakeNext(failures_); !failure.empty()) {
+  journal_.push_back("save " + Brief(state));
+  if (const std::string failure = failures_.Take(); !failure.empty()) {
     return Refusal{ErrorCode::StorageFailed, failure};
   }
   saved_ = state;
   return {};
 }
 
-void FakeDriver::TakeDown() {
-  live_.clear();
-  for (const RadioCapability& radio : capabilities_.radios) {
-    live_.push_back({radio.radio, false, 0, 0, 0, {}});
-  }
+Timers::Id ManualTimers::After(Duration delay, std::function<void()> action) {
+  const Id id = ++lastId_;
+  pending_.emplace(std::pair(now_ + std::max(delay, Duration::zero()), id), std::move(action));
+  return id;
 }
 
-void FakeDriver::Apply(const std::vector<RadioPlan>& plan, ApplyMode mode, Done done) {
-  EXPECT_FALSE(IsBusy()) << "a plan came before the one before was done";
-  std::string ids;
-  if (!plan.empty()) {
-    for (const BSSPlan& bss : plan.front().bsss) {
-      ids += " " + std::to_string(bss.networkId);
-    }
-  }
-  journal_.push_back(std::string(mode == ApplyMode::Everything ? "apply everything" : "apply") +
-                     (ids.empty() ? " " : ids));
-  plan_ = plan;
-  pending_ = std::move(done);
-  if (!hold_) {
-    Finish();
-  }
+void ManualTimers::Cancel(Id id) {
+  std::erase_if(pending_, [id](const auto& timer) { return timer.first.second == id; });
 }
 
-void FakeDriver::Finish() {
-  ASSERT_TRUE(IsBusy()) << "there is no plan to be done with";
-  const Done done = std::move(*pending_);
-  pending_.reset();
-  if (const std::string failure = TakeNext(failures_); !failure.empty()) {
-    TakeDown();
-    done(Refusal{ErrorCode::RadioFailed, failure});
-    return;
+void ManualTimers::Advance(Duration duration) {
+  const Duration end = now_ + duration;
+  while (!pending_.empty() && pending_.begin()->first.first <= end) {
+    const auto timer = pending_.extract(pending_.begin());
+    now_ = timer.key().first;
+    timer.mapped()();
   }
-  live_ = LiveAsPlanned(plan_);
-  done({});
+  now_ = end;
+}
+
+std::optional<Timers::Duration> ManualTimers::UntilNext() const {
+  return pending_.empty() ? std::nullopt : std::optional(pending_.begin()->first.first - now_);
+}
+
+std::string FakeRandom::Draw(std::size_t count) {
+  if (broken) {
+    throw std::runtime_error("no randomness");
+  }
+  std::string bytes;
+  while (bytes.size() < count) {
+    bytes += static_cast<char>(next_++);
+  }
+  return bytes;
 }
 
 }  // namespace TALO::Wifid

@@ -1,24 +1,46 @@
 #pragma once
 
 #include "daemon/radio/radio_driver.h"
+#include "daemon/radio/timers.h"
+#include "daemon/service/announcer.h"
 #include "daemon/service/clock.h"
+#include "daemon/service/random_source.h"
 #include "daemon/store/state_store.h"
 #include "support/daemon_samples.h"
 
 #include <deque>
+#include <functional>
+#include <map>
 #include <optional>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
-/// Small working models of the engine's doors. They write what is asked of them into one journal, in the
-/// order it came, and fail when told to.
+/// Small working models of the engine's doors, but for the driver's, which has a file of its own. They write
+/// what is asked of them into one journal, in the order it came, and fail when told to.
 namespace TALO::Wifid {
 
 using Journal = std::vector<std::string>;
 
-/// The IDs of the networks, as in "1 4".
-std::string IDsOf(const State& state);
+/// The networks and the upstream access points that stations join, as in "1 4, joins Cafe".
+std::string Brief(const State& state);
+
+/// Failures to come, one after the other. An empty one stands for success.
+class FailureList {
+ public:
+  /// The next that nothing was said of fails.
+  void Fail(const std::string& sentence) { failures_.push_back(sentence); }
+  /// The next that nothing was said of works.
+  void Pass() { failures_.emplace_back(); }
+  void Clear() { failures_.clear(); }
+  /// What is to happen now.
+  std::string Take();
+
+ private:
+  std::deque<std::string> failures_;
+};
 
 /// Notes "save 1 4" for a state with the networks 1 and 4.
 class FakeStore final : public StateStore {
@@ -26,9 +48,10 @@ class FakeStore final : public StateStore {
   explicit FakeStore(Journal& journal) : journal_(journal) {}
 
   /// The next save answers this and saves nothing.
-  void FailNext(const std::string& sentence) { failures_.push_back(sentence); }
+  void FailNext(const std::string& sentence) { failures_.Fail(sentence); }
   /// The next save works and those told of behind it fail.
-  void PassNext() { failures_.emplace_back(); }
+  void PassNext() { failures_.Pass(); }
+  void FailNoMore() { failures_.Clear(); }
 
   Result<std::optional<State>> Load() override { return saved_; }
   Result<void> Save(const State& state) override;
@@ -37,51 +60,73 @@ class FakeStore final : public StateStore {
 
  private:
   Journal& journal_;
-  std::deque<std::string> failures_;
+  FailureList failures_;
   std::optional<State> saved_;
 };
 
-/// Notes "apply 1 4" for a plan with the networks 1 and 4, with "everything" before the numbers in that mode.
-/// A test fails when it is asked for more before it is done.
-class FakeDriver final : public RadioDriver {
- public:
-  FakeDriver(Journal& journal, Capabilities capabilities)
-      : journal_(journal), capabilities_(std::move(capabilities)) {
-    TakeDown();
-  }
-
-  /// The next plan fails, after the radios have been taken down.
-  void FailNext(const std::string& sentence) { failures_.push_back(sentence); }
-  /// The next plan works and those told of behind it fail.
-  void PassNext() { failures_.emplace_back(); }
-  /// From now on plans are done when Finish is called.
-  void Hold() { hold_ = true; }
-  bool IsBusy() const { return pending_.has_value(); }
-  void Finish();
-
-  const std::vector<RadioPlan>& LastPlan() const { return plan_; }
-
-  const Capabilities& GetCapabilities() const override { return capabilities_; }
-  void Apply(const std::vector<RadioPlan>& plan, ApplyMode mode, Done done) override;
-  std::vector<LiveRadio> GetLive() const override { return live_; }
-
- private:
-  void TakeDown();
-
-  Journal& journal_;
-  Capabilities capabilities_;
-  std::deque<std::string> failures_;
-  bool hold_ = false;
-  std::vector<RadioPlan> plan_;
-  std::vector<LiveRadio> live_;
-  std::optional<Done> pending_;
-};
-
+/// Stands still until the test moves it.
 class FakeClock final : public Clock {
  public:
   std::int64_t WallNow() const override { return now; }
+  void WhenSet(std::function<void()> action) override { action_ = std::move(action); }
+
+  /// As when somebody sets the machine's clock.
+  void Set(std::int64_t time) {
+    now = time;
+    if (action_) {
+      action_();
+    }
+  }
 
   std::int64_t now = 1000;
+
+ private:
+  std::function<void()> action_;
+};
+
+/// Time that passes when the test says so.
+class ManualTimers final : public Timers {
+ public:
+  Duration Now() const override { return now_; }
+  Id After(Duration delay, std::function<void()> action) override;
+  void Cancel(Id id) override;
+
+  /// Calls what is due until then, each at its own time; what that adds too.
+  void Advance(Duration duration);
+
+  std::size_t Pending() const { return pending_.size(); }
+  /// How long until the next; nothing where none is to come.
+  std::optional<Duration> UntilNext() const;
+
+ private:
+  Duration now_{0};
+  Id lastId_ = 0;
+  std::map<std::pair<Duration, Id>, std::function<void()>> pending_;
+};
+
+/// Notes "announce networks"; keeps what happened.
+class FakeAnnouncer final : public Announcer {
+ public:
+  explicit FakeAnnouncer(Journal& journal) : journal_(journal) {}
+
+  void NetworksChanged() override { journal_.emplace_back("announce networks"); }
+  void Happened(const RadioEvent& event) override { happened.push_back(event); }
+
+  std::vector<RadioEvent> happened;
+
+ private:
+  Journal& journal_;
+};
+
+/// Gives the bytes 0, 1, 2 and so on.
+class FakeRandom final : public RandomSource {
+ public:
+  std::string Draw(std::size_t count) override;
+
+  bool broken = false;
+
+ private:
+  unsigned char next_ = 0;
 };
 
 }  // namespace TALO::Wifid

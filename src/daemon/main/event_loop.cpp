@@ -8,6 +8,7 @@
 #include <csignal>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace TALO::Wifid {
 
@@ -63,17 +64,26 @@ int EventLoop::OnDisconnected(sd_bus_message*, void* self, sd_bus_error*) {
   return sd_event_exit(static_cast<EventLoop*>(self)->event_.get(), -ECONNRESET);
 }
 
-void EventLoop::RequestName() {
+void EventLoop::Open() {
   Check(sd_bus_request_name(bus_.get(), Bus::kBusName, 0),
         "the name com.talo.Wifi1 cannot be taken on the bus");
+  sd_notify(0, "READY=1");
+  log_.Write(Severity::Information, "talowifid serves com.talo.Wifi1");
 }
 
 void EventLoop::Run() {
-  sd_notify(0, "READY=1");
-  log_.Write(Severity::Information, "talowifid serves com.talo.Wifi1");
-  Check(sd_event_loop(event_.get()), "the bus is lost");
+  const int result = sd_event_loop(event_.get());
+  if (failure_) {
+    std::rethrow_exception(failure_);
+  }
+  Check(result, "the bus is lost");
   sd_notify(0, "STOPPING=1");
   log_.Write(Severity::Information, "talowifid ends");
+}
+
+void EventLoop::Stop(std::exception_ptr failure) {
+  failure_ = std::move(failure);
+  sd_event_exit(event_.get(), -ECANCELED);
 }
 
 }  // namespace TALO::Wifid

@@ -6,6 +6,7 @@
 
 #include <systemd/sd-event.h>
 
+#include <exception>
 #include <memory>
 
 namespace TALO::Wifid {
@@ -17,13 +18,18 @@ class EventLoop {
   EventLoop(Options::Bus bus, Log& log);
 
   sd_bus* GetBus() const { return bus_.get(); }
+  sd_event* GetEvent() const { return event_.get(); }
 
-  /// Takes the daemon's name: from here on callers find it. Throws std::system_error when another has it.
-  void RequestName();
+  /// Takes the daemon's name, so that callers find it from here on, and tells systemd that the daemon is
+  /// ready. Throws std::system_error when another has the name.
+  void Open();
 
-  /// Tells systemd that the daemon is ready and serves until SIGTERM or SIGINT, or until the bus is lost,
-  /// which throws std::system_error.
+  /// Serves until SIGTERM or SIGINT. Throws std::system_error when the bus is lost, and what Stop() was
+  /// given.
   void Run();
+
+  /// Ends Run() with a failure. For what goes wrong inside the loop, where nothing may be thrown.
+  void Stop(std::exception_ptr failure);
 
  private:
   struct UnrefEvent {
@@ -35,6 +41,7 @@ class EventLoop {
   Log& log_;
   std::unique_ptr<sd_event, UnrefEvent> event_;
   Wifi::Bus::BusHandle bus_;
+  std::exception_ptr failure_;
 };
 
 }  // namespace TALO::Wifid

@@ -1,8 +1,14 @@
+#include "daemon/main/event_clock.h"
 #include "daemon/main/event_loop.h"
+#include "daemon/main/event_timers.h"
+#include "daemon/main/kernel_random.h"
+#include "daemon/main/local_calendar.h"
 #include "daemon/main/options.h"
-#include "daemon/main/system_clock.h"
+#include "daemon/main/setup_check.h"
 #include "daemon/model/first_state.h"
+#include "daemon/radio/simulated/scenario.h"
 #include "daemon/radio/simulated/simulated_driver.h"
+#include "daemon/service/bus_announcer.h"
 #include "daemon/service/engine.h"
 #include "daemon/service/service.h"
 #include "daemon/store/state_file.h"
@@ -11,41 +17,59 @@
 #include <exception>
 #include <iostream>
 #include <stdexcept>
+#include <utility>
+#include <variant>
 
 namespace TALO::Wifid {
 
 namespace {
 
+template <typename T>
+T OrThrow(Result<T> result) {
+  if (!result.Succeeded()) {
+    throw std::runtime_error(result.Why().sentence);
+  }
+  return std::move(result.Value());
+}
+
 /// The state of the last run on the radios of this one, or a first one.
 State LoadState(StateFile& store, const Capabilities& capabilities, CountryCode country) {
-  auto stored = store.Load();
-  if (!stored.Succeeded()) {
-    throw std::runtime_error(stored.Why().sentence);
-  }
-  if (!stored.Value()) {
-    return MakeFirstState(capabilities, country);
-  }
-  return AdaptToRadios(std::move(*stored.Value()), capabilities);
+  auto stored = OrThrow(store.Load());
+  return stored ? AdaptToRadios(std::move(*stored), capabilities) : MakeFirstState(capabilities, country);
 }
 
 void Serve(const Options& options) {
+  CheckCountry(options);
   Log log(*SeverityOf(options.logLevel));
-  StateFile store(options.stateDirectory);
-  SimulatedDriver driver(options.model);
-  const SystemClock clock;
-  Engine engine({store, driver, clock, log}, LoadState(store, driver.GetCapabilities(), options.country),
-                options.bridge);
-  Service service(engine, log);
   EventLoop loop(options.bus, log);
+  EventTimers timers(loop);
+  EventClock clock(loop.GetEvent());
+  const LocalCalendar calendar;
+  KernelRandom random;
+  BusAnnouncer announcer(log);
+  SimulatedDriver driver(
+      options.model, options.scenario.empty() ? Scenario() : OrThrow(LoadScenario(options.scenario)), timers);
+  CheckBridge(options, driver.GetBridges());
+  StateFile store(options.stateDirectory);
+  Engine engine({store, driver, clock, calendar, announcer, log},
+                LoadState(store, driver.GetCapabilities(), options.country));
+  WPSSessions wps(engine);
+  ScheduleKeeper schedules(engine, timers);
+  Service service({engine, wps, schedules, random, log, options.bridge});
 
-  service.Attach(loop.GetBus());
-  engine.Start([&log](const Result<void>& started) {
-    if (!started.Succeeded()) {
-      log.Write(Severity::Error, "the radios are not as they were left: " + started.Why().sentence);
+  driver.SetEventSink([&](const RadioEvent& event) {
+    if (const auto* finished = std::get_if<WPSFinished>(&event)) {
+      wps.Finished(*finished);
     }
+    announcer.Happened(event);
   });
-  // Last, so that whoever finds the name finds everything behind it.
-  loop.RequestName();
+  announcer.Attach(loop.GetBus());
+  service.Attach(loop.GetBus());
+  // Opened last, so that whoever finds the name finds the radios as they were left and everything behind it.
+  engine.Start([&] {
+    schedules.Rearm();
+    loop.Open();
+  });
   loop.Run();
 }
 

@@ -1,10 +1,10 @@
 #include "daemon/main/options.h"
 
+#include "daemon/model/text.h"
 #include "values/enum_names.h"
 
 #include <boost/program_options/options_description.hpp>
 #include <boost/program_options/parsers.hpp>
-#include <boost/program_options/positional_options.hpp>
 #include <boost/program_options/value_semantic.hpp>
 #include <boost/program_options/variables_map.hpp>
 
@@ -28,13 +28,15 @@ po::options_description ConfigOptions() {
       "model", word("MODEL"), "router model: Alder100, Birch200, Cedar300 or Dune40")(
       "country", word("CODE"), "country code of a router that was never set up")(
       "bus", word("system|session"), "which bus to serve")(
-      "state-dir", word("DIR"), "where the state is kept")("bridge", word("NAME"), "bridge of new networks")(
-      "log-level", word("LEVEL"), "Error, Warning, Information or Debug");
+      "state-dir", word("DIR"), "where the state is kept")("scenario", word("FILE"),
+                                                           "what the simulated radios hear")(
+      "bridge", word("NAME"), "bridge of new networks")("log-level", word("LEVEL"),
+                                                        "Error, Warning, Information or Debug");
   return options;
 }
 
 [[noreturn]] void Refuse(const std::string& option, const std::string& value, const std::string& why) {
-  throw std::invalid_argument("the option " + option + " cannot be \"" + value + "\": " + why);
+  throw std::invalid_argument("the option " + option + " cannot be " + Quoted(value) + ": " + why);
 }
 
 template <typename E>
@@ -63,6 +65,18 @@ Options::Bus ReadBus(const po::variables_map& values) {
     Refuse("bus", word, "it is \"system\" or \"session\"");
   }
   return Options::Bus::System;
+}
+
+/// What the command line says; a word that belongs to no option is refused.
+po::parsed_options ParseWords(int argc, const char* const* argv, const po::options_description& options) {
+  auto parsed = po::command_line_parser(argc, argv).options(options).run();
+  for (const auto& option : parsed.options) {
+    if (option.position_key >= 0) {
+      throw std::invalid_argument("the word " + Quoted(option.value.front()) +
+                                  " on the command line belongs to no option");
+    }
+  }
+  return parsed;
 }
 
 /// systemd names the directory that it made; the option goes before it.
@@ -103,7 +117,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   options.add(configOptions);
 
   po::variables_map values;
-  po::store(po::command_line_parser(argc, argv).options(options).positional({}).run(), values);
+  po::store(ParseWords(argc, argv, options), values);
   if (values.count("help") != 0) {
     std::cout << options;
     return std::nullopt;
@@ -125,6 +139,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   }
   result.bus = ReadBus(values);
   result.stateDirectory = ReadText(values, "state-dir", DefaultStateDirectory());
+  result.scenario = ReadText(values, "scenario", result.scenario);
   result.bridge = ReadText(values, "bridge", result.bridge);
   result.logLevel = ReadEnum(values, "log-level", result.logLevel);
   return result;

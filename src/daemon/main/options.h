@@ -16,6 +16,7 @@ struct Options {
   Wifi::CountryCode country = Wifi::CountryCode::DE;
   Bus bus = Bus::System;
   std::string stateDirectory = "/var/lib/talowifi";
+  std::string scenario;  ///< file of what the simulated radios hear; empty for silence
   std::string bridge = "br0";
   Wifi::Util::LogLevel logLevel = Wifi::Util::LogLevel::Information;
 };

@@ -31,10 +31,13 @@ struct Capabilities {
 /// The radios of a model: 2.4 GHz and one or two of 5 GHz.
 std::vector<RadioFrequency> RadiosOf(SupportedModel model);
 
-/// The interface of a network's BSS on a radio, as in "wlan0_1".
+/// The slot of the backhaul's BSS, which no network has.
+inline constexpr int kBackhaulSlot = 0;
+
+/// The interface of the BSS in a slot of a radio, as in "wlan0_1".
 std::string BSSInterface(const RadioCapability& radio, int slot);
 
-/// The address of a network's BSS on a radio: the radio's own with the slot added to its last byte.
+/// The address of the BSS in a slot of a radio: the radio's own with the slot added to its last byte.
 Wifi::Util::MACAddress BSSAddress(const RadioCapability& radio, int slot);
 
 }  // namespace TALO::Wifid

@@ -30,6 +30,13 @@ RadioState DefaultRadio(RadioFrequency radio) {
   return state;
 }
 
+Wifi::StationSetting DefaultStation(RadioFrequency radio) {
+  Wifi::StationSetting station;
+  station.securityMode = SecurityMode::Disabled;
+  station.radio = radio;
+  return station;
+}
+
 }  // namespace
 
 State MakeFirstState(const Capabilities& capabilities, CountryCode country) {
@@ -45,6 +52,13 @@ State AdaptToRadios(State state, const Capabilities& capabilities) {
     radios.push_back(known != state.radios.end() ? *known : DefaultRadio(capability.radio));
   }
   state.radios = std::move(radios);
+
+  std::vector<Wifi::StationSetting> stations;
+  for (const RadioCapability& capability : capabilities.radios) {
+    const auto known = std::ranges::find(state.stations, capability.radio, &Wifi::StationSetting::radio);
+    stations.push_back(known != state.stations.end() ? *known : DefaultStation(capability.radio));
+  }
+  state.stations = std::move(stations);
   return state;
 }
 

@@ -1,3 +1,5 @@
+#include "daemon/model/passwords.h"
+#include "daemon/model/plan.h"
 #include "daemon/model/text.h"
 #include "daemon/model/views.h"
 
@@ -50,8 +52,8 @@ Wifi::NetworkRadioSetting RadioOfNetwork(const Picture& picture, const NetworkSt
   setting.interface = BSSInterface(radio, network.slot);
   setting.radioInterface = radio.interface;
   setting.ssid = network.ssid;
-  setting.passphrase = network.passphrase;
-  setting.passphraseChangedAt = FormatTime(network.passphraseChangedAt);
+  setting.passphrase = PassphraseOn(network, radio.radio);
+  setting.passphraseChangedAt = FormatTime(PassphraseChangedAt(network, radio.radio));
   setting.keyManagement = KeyManagement(network.securityMode);
   const LiveBSS* bss = FindLiveBSS(picture.live, radio.radio, network.id);
   if (bss != nullptr && bss->up) {
@@ -63,26 +65,36 @@ Wifi::NetworkRadioSetting RadioOfNetwork(const Picture& picture, const NetworkSt
 
 }  // namespace
 
+Wifi::NetworkSetting NetworkSettingOf(const Picture& picture, const NetworkState& network) {
+  Wifi::NetworkSetting setting;
+  setting.id = network.id;
+  setting.networkName = network.networkName;
+  setting.ssid = network.ssid;
+  setting.hidden = network.hidden;
+  setting.securityMode = network.securityMode;
+  setting.passphrase = network.passphrase;
+  setting.passphraseChangedAt = FormatTime(network.passphraseChangedAt);
+  setting.activated = network.activated;
+  setting.context = network.context;
+  setting.bridge = network.bridge;
+  setting.macFilterProfileId = network.macFilterProfileId;
+  const auto& profiles = picture.state.macFilterProfiles;
+  const auto profile = std::ranges::find(profiles, network.macFilterProfileId, &Wifi::MACFilterProfile::id);
+  if (profile != profiles.end()) {
+    setting.macFilterProfileName = profile->name;
+  }
+  for (const RadioCapability& radio : picture.capabilities.radios) {
+    setting.radios.push_back(RadioOfNetwork(picture, network, radio));
+    setting.interfaces.push_back(setting.radios.back().interface);
+    setting.up = setting.up || setting.radios.back().up;
+  }
+  return setting;
+}
+
 std::vector<Wifi::NetworkSetting> NetworkSettings(const Picture& picture) {
   std::vector<Wifi::NetworkSetting> settings;
   for (const NetworkState& network : picture.state.networks) {
-    Wifi::NetworkSetting setting;
-    setting.id = network.id;
-    setting.networkName = network.networkName;
-    setting.ssid = network.ssid;
-    setting.hidden = network.hidden;
-    setting.securityMode = network.securityMode;
-    setting.passphrase = network.passphrase;
-    setting.passphraseChangedAt = FormatTime(network.passphraseChangedAt);
-    setting.activated = network.activated;
-    setting.context = network.context;
-    setting.bridge = network.bridge;
-    for (const RadioCapability& radio : picture.capabilities.radios) {
-      setting.radios.push_back(RadioOfNetwork(picture, network, radio));
-      setting.interfaces.push_back(setting.radios.back().interface);
-      setting.up = setting.up || setting.radios.back().up;
-    }
-    settings.push_back(std::move(setting));
+    settings.push_back(NetworkSettingOf(picture, network));
   }
   return settings;
 }
@@ -99,8 +111,29 @@ std::map<int, std::set<std::string>> NetworkInterfaces(const Picture& picture) {
 }
 
 bool IsAllNetworkAPDisabled(const Picture& picture) {
-  return std::ranges::all_of(
-      picture.live, [](const LiveRadio& radio) { return std::ranges::none_of(radio.bsss, &LiveBSS::up); });
+  return std::ranges::all_of(picture.live, [](const LiveRadio& radio) {
+    return std::ranges::none_of(
+        radio.bsss, [](const LiveBSS& bss) { return bss.up && bss.networkId != kBackhaulNetworkId; });
+  });
+}
+
+std::vector<Wifi::DeviceInfo> ConnectedDevices(const Picture& picture) {
+  std::vector<Wifi::DeviceInfo> devices;
+  for (const LiveRadio& radio : picture.live) {
+    for (const LiveBSS& bss : radio.bsss) {
+      const auto& networks = picture.state.networks;
+      const auto network = std::ranges::find(networks, bss.networkId, &NetworkState::id);
+      if (network == networks.end()) {
+        continue;  // the backhaul's stations are nodes, not devices
+      }
+      for (const LiveStation& station : bss.stations) {
+        devices.push_back({station.address, station.name, station.ipAddress, bss.networkId, network->ssid,
+                           radio.radio, bss.interface, station.signal, station.transmitRate,
+                           station.receiveRate, station.connectedTime});
+      }
+    }
+  }
+  return devices;
 }
 
 }  // namespace TALO::Wifid

@@ -2,7 +2,6 @@
 
 #include "daemon/model/text.h"
 #include "daemon/model/validation.h"
-#include "values/enum_names.h"
 
 #include <algorithm>
 #include <limits>
@@ -25,8 +24,8 @@ Result<int> FindFreeSlot(const State& state, const Capabilities& capabilities) {
   }
   for (const RadioCapability& radio : capabilities.radios) {
     if (slot > radio.maximumBSSs) {
-      return Refusal{ErrorCode::LimitReached, "the radio " + Wifi::Util::EnumNameOf(radio.radio) +
-                                                  " carries " + std::to_string(state.networks.size()) +
+      return Refusal{ErrorCode::LimitReached, "the radio " + NameOrNumber(radio.radio) + " carries " +
+                                                  std::to_string(state.networks.size()) +
                                                   " networks and cannot carry one more"};
     }
   }
@@ -56,6 +55,13 @@ Result<Change<int>> CreateNetwork(const State& state, const Capabilities& capabi
   if (state.nextNetworkId == std::numeric_limits<int>::max()) {
     return Refusal{ErrorCode::LimitReached, "all network IDs have been used"};
   }
+  if (info.ssid == state.backhaul.ssid) {
+    return Refusal{ErrorCode::AlreadyExists, "the SSID " + Quoted(info.ssid) + " is in use by the backhaul"};
+  }
+  if (info.ssid == state.backhaulSTA.ssid) {
+    return Refusal{ErrorCode::AlreadyExists,
+                   "the SSID " + Quoted(info.ssid) + " is in use by the backhaul station"};
+  }
   const auto slot = FindFreeSlot(state, capabilities);
   if (!slot.Succeeded()) {
     return slot.Why();
@@ -77,12 +83,21 @@ Result<Change<int>> CreateNetwork(const State& state, const Capabilities& capabi
 }
 
 Result<Change<void>> DeleteNetwork(const State& state, int networkId) {
+  if (auto network = FindNetwork(state, networkId); !network.Succeeded()) {
+    return network.Why();
+  }
   Change<void> change{state};
-  if (std::erase_if(change.state.networks,
-                    [networkId](const NetworkState& network) { return network.id == networkId; }) == 0) {
+  std::erase_if(change.state.networks,
+                [networkId](const NetworkState& network) { return network.id == networkId; });
+  return change;
+}
+
+Result<const NetworkState*> FindNetwork(const State& state, int networkId) {
+  const auto network = std::ranges::find(state.networks, networkId, &NetworkState::id);
+  if (network == state.networks.end()) {
     return Refusal{ErrorCode::NotFound, "there is no network " + std::to_string(networkId)};
   }
-  return change;
+  return &*network;
 }
 
 }  // namespace TALO::Wifid

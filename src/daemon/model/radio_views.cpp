@@ -1,3 +1,4 @@
+#include "daemon/model/radios.h"
 #include "daemon/model/views.h"
 
 #include <algorithm>
@@ -25,14 +26,9 @@ std::vector<std::string> InterfacesThatAreUp(const LiveRadio& live) {
 int StationsOf(const LiveRadio& live) {
   int stations = 0;
   for (const LiveBSS& bss : live.bsss) {
-    stations += bss.stations;
+    stations += static_cast<int>(bss.stations.size());
   }
   return stations;
-}
-
-bool HasRadio(const Picture& picture, RadioFrequency radio) {
-  return std::ranges::find(picture.capabilities.radios, radio, &RadioCapability::radio) !=
-         picture.capabilities.radios.end();
 }
 
 }  // namespace
@@ -84,21 +80,7 @@ std::map<std::string, RadioFrequency> InterfaceRadioMap(const Picture& picture) 
 }
 
 Wifi::RadioConversionInfo ConversionInfo(const Picture& picture) {
-  using enum RadioFrequency;
-  Wifi::RadioConversionInfo info;
-  info.conversionMap[Band2_4GHz] = Band2_4GHz;
-  if (HasRadio(picture, Band5GHz)) {
-    // The one 5 GHz radio serves whatever 5 GHz band a tri-band node of the mesh asks for.
-    for (const RadioFrequency asked : {Band5GHz, Band5GHz_1, Band5GHz_2}) {
-      info.conversionMap[asked] = Band5GHz;
-    }
-  } else {
-    // The lower radio is the fronthaul.
-    info.conversionMap[Band5GHz] = Band5GHz_1;
-    info.conversionMap[Band5GHz_1] = Band5GHz_1;
-    info.conversionMap[Band5GHz_2] = Band5GHz_2;
-  }
-  return info;
+  return {ConversionMap(picture.state, picture.capabilities), picture.state.backhaulSwapped};
 }
 
 }  // namespace TALO::Wifid

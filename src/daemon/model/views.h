@@ -1,7 +1,6 @@
 #pragma once
 
-#include "client/network_records.h"
-#include "client/radio_records.h"
+#include "client/records.h"
 #include "daemon/model/capabilities.h"
 #include "daemon/model/live.h"
 #include "daemon/model/state.h"
@@ -22,8 +21,10 @@ struct Picture {
 };
 
 std::vector<Wifi::NetworkSetting> NetworkSettings(const Picture& picture);
+Wifi::NetworkSetting NetworkSettingOf(const Picture& picture, const NetworkState& network);
 std::map<int, std::set<std::string>> NetworkInterfaces(const Picture& picture);
 bool IsAllNetworkAPDisabled(const Picture& picture);
+std::vector<Wifi::DeviceInfo> ConnectedDevices(const Picture& picture);
 
 std::vector<Wifi::RadioSetting> RadioSettings(const Picture& picture);
 std::vector<Wifi::RadioStatus> RadioStatuses(const Picture& picture);
@@ -31,5 +32,14 @@ std::vector<Wifi::RadioStatusSimple> RadioStatusesSimple(const Picture& picture)
 std::vector<Wifi::RadioIfStatus> RadioIfStatuses(const Picture& picture);
 std::map<std::string, RadioFrequency> InterfaceRadioMap(const Picture& picture);
 Wifi::RadioConversionInfo ConversionInfo(const Picture& picture);
+
+std::vector<Wifi::StationStatus> StationStatuses(const Picture& picture);
+std::map<RadioFrequency, std::string> StationInterfaces(const Picture& picture);
+
+Wifi::BackhaulSetting BackhaulSettingOf(const Picture& picture);
+std::map<RadioFrequency, std::string> BackhaulInterfaces(const Picture& picture);
+Wifi::BackhaulSTASetting BackhaulSTASettingOf(const Picture& picture);
+std::map<RadioFrequency, std::string> BackhaulSTAInterfaces(const Picture& picture);
+std::vector<Wifi::BackhaulSTAStatus> BackhaulSTAStatuses(const Picture& picture);
 
 }  // namespace TALO::Wifid

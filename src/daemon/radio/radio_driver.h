@@ -1,11 +1,16 @@
 #pragma once
 
+#include "client/service_records.h"
+#include "client/station_records.h"
 #include "daemon/model/capabilities.h"
 #include "daemon/model/live.h"
 #include "daemon/model/plan.h"
 #include "daemon/model/result.h"
+#include "daemon/radio/radio_events.h"
 
 #include <functional>
+#include <set>
+#include <string>
 #include <vector>
 
 namespace TALO::Wifid {
@@ -16,26 +21,62 @@ enum class ApplyMode {
   Everything,   ///< every BSS goes down and comes up again
 };
 
-/// The door to the radios. Every operation returns at once; one that takes time calls back later, on the
-/// event loop.
+/// The door to the radios. Every operation returns at once. One that takes time calls `done` later, on the
+/// event loop, exactly once and never from inside the call; what a driver cannot do fails with NotSupported
+/// and a sentence. Calls on different radios may be under way at once; on one radio the caller waits for
+/// `done` before it calls Apply, Scan or Reconnect again, which fail with Busy else. The events of what an
+/// operation did come before its `done`. Questions answer from memory.
 class RadioDriver {
  public:
-  /// Success, or RadioFailed with a sentence that names the radio and the reason.
+  /// Failures are RadioFailed unless said otherwise, with a sentence that names the radio and the reason.
   using Done = std::function<void(Result<void>)>;
+  using ScanDone = std::function<void(Result<std::vector<Wifi::ScanResult>>)>;
+  using EventSink = std::function<void(const RadioEvent&)>;
 
   virtual ~RadioDriver() = default;
+
+  /// Where events go from now on. Never called from inside another call of this interface.
+  virtual void SetEventSink(EventSink sink) = 0;
 
   /// Fixed from construction on.
   virtual const Capabilities& GetCapabilities() const = 0;
 
-  /// Brings the radios to the plan, which holds every radio of the capabilities. `done` is called exactly
-  /// once. On success all is as planned. On failure the radios may be anywhere between; the caller applies
-  /// the plan before. Not called again before `done`.
-  virtual void Apply(const std::vector<RadioPlan>& plan, ApplyMode mode, Done done) = 0;
+  /// The bridges that exist now.
+  virtual std::set<std::string> GetBridges() const = 0;
 
-  /// What is in the air now, one entry a radio in the order of the capabilities. Answers from memory, never
-  /// waits.
+  /// The other nodes of the mesh, empty where no mesh is known.
+  virtual std::vector<MeshNode> GetMeshNodes() const = 0;
+
+  /// Brings one radio to its plan. On success all BSSs are as planned; stations and the radio's own upstream
+  /// connections follow in the background. On failure the radio may be anywhere between, and the caller
+  /// applies the plan before; BSSs that both plans have alike were not touched, unless settings of the radio
+  /// as a whole differ (channel, width, country, enable), which take all of it down and up. A plan that the
+  /// radio cannot carry out (a channel it does not have, a bridge that does not exist) fails before anything
+  /// is touched.
+  virtual void Apply(const RadioPlan& plan, ApplyMode mode, Done done) = 0;
+
+  /// What is in the air now, one entry a radio in the order of the capabilities.
   virtual std::vector<LiveRadio> GetLive() const = 0;
+
+  /// Listens on one radio, which must be up. Results no older than 10 seconds are given again without
+  /// listening. The router's own BSSs are not among them.
+  virtual void Scan(RadioFrequency radio, ScanDone done) = 0;
+
+  /// Drops and rejoins the radio's upstream connections; joining goes on in the background after `done`. A
+  /// station whose scan type lets it not look rejoins the access point it had. Succeeds where there is none.
+  virtual void Reconnect(RadioFrequency radio, Done done) = 0;
+
+  /// Opens WPS push button on a BSS that is up (RadioFailed else). It ends by a WPSFinished event: after an
+  /// enrollee, after 120 seconds, when two enrollees overlap, or when cancelled, as by the BSS going down.
+  /// NotSupported for a security mode without WPS, Busy while a session runs.
+  virtual void StartWPS(const std::string& interface, Done done) = 0;
+
+  /// Ends the session of an interface. NotAllowed where none runs.
+  virtual void CancelWPS(const std::string& interface, Done done) = 0;
+
+  /// Hands SSID, key and mode to the external registrar on an interface. NotSupported for an interface that
+  /// has none.
+  virtual void ConfigureRegistrar(const Wifi::WPS_ERConfigInput& input, Done done) = 0;
 };
 
 }  // namespace TALO::Wifid

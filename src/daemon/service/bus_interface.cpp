@@ -30,15 +30,16 @@ std::string ZeroTerminated(std::string_view names) {
 
 }  // namespace
 
-Vtable::Vtable(std::size_t operations) {
-  names_.reserve(operations);
-  entries_.reserve(operations + 2);
+// Reserved, since entries point into the names.
+Vtable::Vtable(std::size_t members) {
+  names_.reserve(members);
+  entries_.reserve(members + 2);
   entries_.push_back(SD_BUS_VTABLE_START(0));
 }
 
 void Vtable::AddMethod(const char* name, const char* arguments, std::string_view argumentNames,
                        const char* result, std::string_view resultName, bool sensitive) {
-  const std::size_t offset = names_.size() * sizeof(Endpoint);
+  const std::size_t offset = methods_++ * sizeof(Endpoint);
   names_.push_back(ZeroTerminated(argumentNames) + ZeroTerminated(resultName));
   // Who may call is decided by the bus's policy and by the daemon, not by sd-bus's question for capabilities.
   std::uint64_t flags = SD_BUS_VTABLE_UNPRIVILEGED;
@@ -49,6 +50,14 @@ void Vtable::AddMethod(const char* name, const char* arguments, std::string_view
   entry.type = _SD_BUS_VTABLE_METHOD;
   entry.flags = flags & 0x00FFFFFFFFFFFFFFULL;
   entry.x.method = {name, arguments, result, Receive, offset, names_.back().c_str()};
+  entries_.push_back(entry);
+}
+
+void Vtable::AddSignal(const char* name, const char* values, std::string_view valueNames) {
+  names_.push_back(ZeroTerminated(valueNames));
+  sd_bus_vtable entry{};
+  entry.type = _SD_BUS_VTABLE_SIGNAL;
+  entry.x.signal = {name, values, names_.back().c_str()};
   entries_.push_back(entry);
 }
 

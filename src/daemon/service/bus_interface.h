@@ -15,24 +15,27 @@ namespace TALO::Wifid {
 /// that the entries point to.
 class Vtable {
  public:
-  explicit Vtable(std::size_t operations);
+  /// For at most that many methods and signals.
+  explicit Vtable(std::size_t members);
 
   /// Appends a method whose calls go to the endpoint of the same index.
   void AddMethod(const char* name, const char* arguments, std::string_view argumentNames, const char* result,
                  std::string_view resultName, bool sensitive);
+  void AddSignal(const char* name, const char* values, std::string_view valueNames);
   /// Ends it; nothing may be added after.
   const sd_bus_vtable* Finish();
 
  private:
   std::vector<std::string> names_;
   std::vector<sd_bus_vtable> entries_;
+  std::size_t methods_ = 0;
 };
 
 /// One of the daemon's interfaces: an endpoint for each row of `Rows`, on the bus while this lives.
 template <typename Rows>
 class BusInterface {
  public:
-  BusInterface() : vtable_(Rows::size) {
+  BusInterface() : vtable_(Rows::size + kMaximumSignals) {
     endpoints_.reserve(Rows::size);
     Rows::ForEach([this](auto row) {
       using Row = decltype(row);
@@ -40,6 +43,12 @@ class BusInterface {
       vtable_.AddMethod(Row::name.text, Row::ArgumentsCodec::signature.text, Row::argumentNames.View(),
                         Row::ResultCodec::signature.text, Row::resultName.View(), Row::sensitive);
     });
+  }
+
+  /// Offers a signal too; before Attach().
+  template <typename Signal>
+  void Offer() {
+    vtable_.AddSignal(Signal::name.text, Signal::ValuesCodec::signature.text, Signal::valueNames.View());
   }
 
   /// Sets what is done with a call of `Method`; `handler(arguments..., Responder)` answers now or later.
@@ -64,6 +73,8 @@ class BusInterface {
   }
 
  private:
+  static constexpr std::size_t kMaximumSignals = 16;
+
   std::vector<Endpoint> endpoints_;
   Vtable vtable_;
   Wifi::Bus::Slot slot_;

@@ -1,116 +1,132 @@
 #include "daemon/service/engine.h"
 
+#include "daemon/model/merge.h"
+
+#include <utility>
+
 namespace TALO::Wifid {
 
-Engine::Engine(Doors doors, State state, std::string bridge)
-    : doors_(doors), state_(std::move(state)), bridge_(std::move(bridge)) {}
+Engine::Engine(Doors doors, State state) : doors_(doors), state_(std::move(state)) {}
 
-// In the queue like a change: a driver takes no plan before it is done with the one before.
-void Engine::Start(Done<void> done) { RestartNetworks(false, std::move(done)); }
-
-template <typename Answer>
-void Engine::Enqueue(std::function<Result<Change<Answer>>()> rule, Done<Answer> done) {
-  queue_.push_back([this, rule = std::move(rule), done = std::move(done)] {
-    auto change = rule();
-    if (!change.Succeeded()) {
-      done(change.Why());
-      EndStep();
-      return;
-    }
-    Commit(std::move(change.Value().state), [change, done](const Result<void>& committed) {
-      if (!committed.Succeeded()) {
-        done(committed.Why());
-      } else if constexpr (std::is_void_v<Answer>) {
-        done({});
-      } else {
-        done(change.Value().answer);
-      }
-    });
-  });
-  Step();
+RadioQueue::Radios Engine::AllRadios() const {
+  Radios radios;
+  for (const RadioCapability& radio : GetCapabilities().radios) {
+    radios.insert(radio.radio);
+  }
+  return radios;
 }
 
-void Engine::Commit(State next, Finish finish) {
+std::vector<RadioPlan> Engine::Plans() const { return MakePlan(state_, GetCapabilities(), scheduledOff_); }
+
+void Engine::Start(std::function<void()> done) {
+  scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
+  Restart(ApplyMode::WhatDiffers, [this, done = std::move(done)](const Result<void>& started) {
+    if (!started.Succeeded()) {
+      doors_.log.Write(Severity::Error, "the radios are not as they were left: " + started.Why().sentence);
+    }
+    done();
+  });
+}
+
+void Engine::Commit(const Radios& radios, const State& next, Finish finish) {
+  if (next == state_) {
+    finish({});
+    return;
+  }
   if (const auto saved = doors_.store.Save(next); !saved.Succeeded()) {
     doors_.log.Write(Severity::Error, saved.Why().sentence);
     finish(saved);
-    EndStep();
     return;
   }
-  const auto plan = MakePlan(next, doors_.driver.GetCapabilities());
-  doors_.driver.Apply(
-      plan, ApplyMode::WhatDiffers,
-      [this, next = std::move(next), finish = std::move(finish)](const Result<void>& applied) {
-        if (!applied.Succeeded()) {
-          RollBack(applied.Why(), finish);
-          return;
-        }
-        state_ = next;
-        finish({});
-        EndStep();
-      });
+  const State before = std::exchange(state_, next);
+  scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
+  Apply(radios, ApplyMode::WhatDiffers,
+        [this, radios, before, next, finish = std::move(finish)](const Result<void>& applied) {
+          if (!applied.Succeeded()) {
+            RollBack(radios, before, next, applied.Why(), finish);
+            return;
+          }
+          if (before.networks != next.networks) {
+            doors_.announcer.NetworksChanged();
+          }
+          finish({});
+        });
 }
 
-void Engine::RollBack(const Refusal& why, Finish finish) {
+void Engine::RollBack(const Radios& radios, const State& before, const State& after, const Refusal& why,
+                      Finish finish) {
   doors_.log.Write(Severity::Error, why.sentence);
+  // Not simply `before`: changes on other radios may have come to stay meanwhile.
+  state_ = Revert(state_, before, after);
+  scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
   if (const auto saved = doors_.store.Save(state_); !saved.Succeeded()) {
-    doors_.log.Write(Severity::Critical, "the refused change stays stored: " + saved.Why().sentence);
+    doors_.log.Write(Severity::Critical, "a change that failed stays stored: " + saved.Why().sentence);
   }
-  const auto plan = MakePlan(state_, doors_.driver.GetCapabilities());
-  doors_.driver.Apply(plan, ApplyMode::WhatDiffers,
-                      [this, why, finish = std::move(finish)](const Result<void>& back) {
-                        if (!back.Succeeded()) {
-                          doors_.log.Write(Severity::Critical,
-                                           "the radios are not back as they were: " + back.Why().sentence);
-                        }
-                        finish(why);
-                        EndStep();
-                      });
-}
-
-// A loop, since a step that ends at once comes back here: the stack does not grow with the queue.
-void Engine::Step() {
-  if (stepping_) {
-    return;
-  }
-  stepping_ = true;
-  while (!busy_ && !queue_.empty()) {
-    busy_ = true;
-    const auto step = std::move(queue_.front());
-    queue_.pop_front();
-    step();
-  }
-  stepping_ = false;
-}
-
-void Engine::EndStep() {
-  busy_ = false;
-  Step();
-}
-
-void Engine::CreateNetwork(const Wifi::NetworkCreateInfo& info, Done<int> done) {
-  Enqueue<int>(
-      [this, info] {
-        return Wifid::CreateNetwork(state_, doors_.driver.GetCapabilities(), info, bridge_,
-                                    doors_.clock.WallNow());
-      },
-      std::move(done));
-}
-
-void Engine::DeleteNetwork(int networkId, Done<void> done) {
-  Enqueue<void>([this, networkId] { return Wifid::DeleteNetwork(state_, networkId); }, std::move(done));
-}
-
-void Engine::RestartNetworks(bool force, Done<void> done) {
-  queue_.push_back([this, force, done = std::move(done)] {
-    doors_.driver.Apply(MakePlan(state_, doors_.driver.GetCapabilities()),
-                        force ? ApplyMode::Everything : ApplyMode::WhatDiffers,
-                        [this, done](const Result<void>& applied) {
-                          done(applied);
-                          EndStep();
-                        });
+  Apply(radios, ApplyMode::WhatDiffers, [this, why, finish = std::move(finish)](const Result<void>& back) {
+    if (!back.Succeeded()) {
+      doors_.log.Write(Severity::Critical, "the radios are not back as they were: " + back.Why().sentence);
+    }
+    finish(why);
   });
-  Step();
+}
+
+void Engine::Apply(const Radios& radios, ApplyMode mode, Finish finish) {
+  struct Progress {
+    std::size_t waitingFor = 1;  // itself, until all are asked
+    Result<void> outcome;
+  };
+  const auto progress = std::make_shared<Progress>();
+  const auto answered = [progress, finish = std::move(finish)](const Result<void>& result) {
+    if (!result.Succeeded() && progress->outcome.Succeeded()) {
+      progress->outcome = result;
+    }
+    if (--progress->waitingFor == 0) {
+      finish(progress->outcome);
+    }
+  };
+  for (const RadioPlan& plan : Plans()) {
+    const auto applied = applied_.find(plan.radio);
+    const bool asPlanned = applied != applied_.end() && applied->second == plan;
+    if (!radios.contains(plan.radio) || (asPlanned && mode == ApplyMode::WhatDiffers)) {
+      continue;
+    }
+    ++progress->waitingFor;
+    applied_.erase(plan.radio);
+    doors_.driver.Apply(plan, mode, [this, plan, answered](const Result<void>& result) {
+      if (result.Succeeded()) {
+        applied_[plan.radio] = plan;
+      }
+      answered(result);
+    });
+  }
+  answered({});
+}
+
+void Engine::Use(RadioFrequency radio, std::function<void(std::function<void()>)> use) {
+  queue_.Enter({radio}, [this, use = std::move(use)](RadioQueue::Ticket ticket) {
+    use([this, ticket] { queue_.Leave(ticket); });
+  });
+}
+
+void Engine::Restart(ApplyMode mode, Done<void> done) {
+  queue_.Enter(AllRadios(), [this, mode, done = std::move(done)](RadioQueue::Ticket ticket) {
+    // What a radio was last brought to says nothing of how it is now: the driver finds what differs.
+    applied_.clear();
+    Apply(AllRadios(), mode, [this, ticket, done](const Result<void>& applied) {
+      done(applied);
+      queue_.Leave(ticket);
+    });
+  });
+}
+
+void Engine::EvaluateSchedules(Done<void> done) {
+  queue_.Enter(AllRadios(), [this, done = std::move(done)](RadioQueue::Ticket ticket) {
+    scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
+    Apply(AllRadios(), ApplyMode::WhatDiffers, [this, ticket, done](const Result<void>& applied) {
+      done(applied);
+      queue_.Leave(ticket);
+    });
+  });
 }
 
 }  // namespace TALO::Wifid

@@ -1,73 +1,122 @@
 #pragma once
 
-#include "client/network_records.h"
-#include "daemon/model/networks.h"
+#include "daemon/model/change.h"
+#include "daemon/model/plan.h"
+#include "daemon/model/result.h"
+#include "daemon/model/schedules.h"
 #include "daemon/model/views.h"
 #include "daemon/radio/radio_driver.h"
+#include "daemon/service/announcer.h"
 #include "daemon/service/clock.h"
 #include "daemon/service/log.h"
+#include "daemon/service/radio_queue.h"
 #include "daemon/store/state_store.h"
 
-#include <deque>
 #include <functional>
-#include <string>
-#include <utility>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
 
 namespace TALO::Wifid {
 
-/// Holds the state and carries requests through: validate, make the new state, store it durably, apply it to
-/// the radios, answer. A success that it reports is stored and in the air; a request that fails at any step
-/// leaves state, store and radios as they were. Changes go through one at a time, in the order they came;
-/// questions are answered at once, from the state in force.
+/// Holds the state and carries changes through: validate, make the new state, store it durably, apply it to
+/// the radios, announce, answer. A success that it reports is stored and in the air; a change that fails at
+/// any step leaves state, store and radios as they were. Changes that touch a radio in common go through one
+/// after the other; others pass. Questions are answered at once.
 class Engine {
  public:
   template <typename Answer>
   using Done = std::function<void(const Result<Answer>&)>;
+  template <typename Answer>
+  using Rule = std::function<Result<Change<Answer>>(const State&)>;
+  using Radios = RadioQueue::Radios;
 
   struct Doors {
     StateStore& store;
     RadioDriver& driver;
-    const Clock& clock;
+    Clock& clock;
+    const Calendar& calendar;
+    Announcer& announcer;
     Log& log;
   };
 
-  /// `bridge` is where new networks send the traffic of their stations.
-  Engine(Doors doors, State state, std::string bridge);
+  Engine(Doors doors, State state);
 
-  /// Brings the radios to the state; call once, before any change. Changes that come meanwhile wait.
-  void Start(Done<void> done);
+  /// Brings the radios to the state; call once, before anything else. A radio that fails is logged and left
+  /// for Restart().
+  void Start(std::function<void()> done);
+
+  const State& GetState() const { return state_; }
+  const Capabilities& GetCapabilities() const { return doors_.driver.GetCapabilities(); }
+  const Doors& GetDoors() const { return doors_; }
+  Radios AllRadios() const;
 
   /// Runs `view` on the state and what is in the air now.
   template <typename View>
   auto Ask(View view) const {
     const auto live = doors_.driver.GetLive();
-    return view(Picture{state_, doors_.driver.GetCapabilities(), live});
+    return view(Picture{state_, GetCapabilities(), live});
   }
 
-  void CreateNetwork(const Wifi::NetworkCreateInfo& info, Done<int> done);
-  void DeleteNetwork(int networkId, Done<void> done);
-  void RestartNetworks(bool force, Done<void> done);
+  /// Carries a change through. `rule` makes it, from the state in force once the change's turn on `radios`
+  /// has come; it may change the plans of those radios only.
+  template <typename Answer>
+  void Make(const Radios& radios, Rule<Answer> rule, Done<Answer> done) {
+    queue_.Enter(radios, [this, radios, rule = std::move(rule), done = std::move(done)](auto ticket) {
+      auto change = rule(state_);
+      if (!change.Succeeded()) {
+        done(change.Why());
+        queue_.Leave(ticket);
+        return;
+      }
+      auto made = std::make_shared<Change<Answer>>(std::move(change.Value()));
+      Commit(radios, made->state, [this, ticket, made, done](const Result<void>& committed) {
+        if (!committed.Succeeded()) {
+          done(committed.Why());
+        } else if constexpr (std::is_void_v<Answer>) {
+          done({});
+        } else {
+          done(made->answer);
+        }
+        queue_.Leave(ticket);
+      });
+    });
+  }
+
+  /// A change of the plans of every radio.
+  template <typename Answer>
+  void Make(Rule<Answer> rule, Done<Answer> done) {
+    Make<Answer>(AllRadios(), std::move(rule), std::move(done));
+  }
+
+  /// Uses a radio for something that changes no plan, when its turn has come; `use` calls what it is given
+  /// when done.
+  void Use(RadioFrequency radio, std::function<void(std::function<void()> leave)> use);
+
+  /// Brings every radio to its plan again: what differs, or everything.
+  void Restart(ApplyMode mode, Done<void> done);
+
+  /// Evaluates the schedules against the clock and brings the radios to what follows.
+  void EvaluateSchedules(Done<void> done);
 
  private:
   using Finish = std::function<void(const Result<void>&)>;
 
-  /// Queues a change: `rule` makes it from the state in force when its turn comes.
-  template <typename Answer>
-  void Enqueue(std::function<Result<Change<Answer>>()> rule, Done<Answer> done);
-  /// Stores and applies `next`; then calls `finish` and goes on with the queue.
-  void Commit(State next, Finish finish);
-  /// Takes store and radios back to the state in force; then calls `finish` with `why` and goes on with the
-  /// queue.
-  void RollBack(const Refusal& why, Finish finish);
-  void Step();
-  void EndStep();
+  void Commit(const Radios& radios, const State& next, Finish finish);
+  void RollBack(const Radios& radios, const State& before, const State& after, const Refusal& why,
+                Finish finish);
+  /// Applies the plans of those radios that are not as planned, or of all with ApplyMode::Everything; answers
+  /// the first failure once every radio has answered.
+  void Apply(const Radios& radios, ApplyMode mode, Finish finish);
+  std::vector<RadioPlan> Plans() const;
 
   Doors doors_;
   State state_;
-  std::string bridge_;
-  std::deque<std::function<void()>> queue_;
-  bool busy_ = false;      ///< a step is under way, perhaps until the driver calls back
-  bool stepping_ = false;  ///< Step is running
+  std::set<NetworkOnRadio> scheduledOff_;
+  std::map<RadioFrequency, RadioPlan> applied_;  ///< as the radio stands; absent where it is not known
+  RadioQueue queue_;
 };
 
 }  // namespace TALO::Wifid

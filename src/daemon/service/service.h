@@ -2,17 +2,28 @@
 
 #include "daemon/service/bus_interface.h"
 #include "daemon/service/engine.h"
-#include "daemon/service/log.h"
 #include "daemon/service/log_control.h"
+#include "daemon/service/random_source.h"
+#include "daemon/service/schedule_keeper.h"
+#include "daemon/service/wps_sessions.h"
 
 #include <systemd/sd-bus.h>
 
 namespace TALO::Wifid {
 
-/// The daemon's objects on the bus: which operation goes to which request of the engine.
+/// The daemon's objects on the bus: which operation goes to which rule and request.
 class Service {
  public:
-  Service(Engine& engine, Log& log);
+  struct Parts {
+    Engine& engine;
+    WPSSessions& wps;
+    ScheduleKeeper& schedules;
+    RandomSource& random;
+    Log& log;
+    std::string bridge;  ///< where new networks send the traffic of their stations
+  };
+
+  explicit Service(Parts parts);
 
   /// Offers all interfaces. Throws CodecError when the bus does not take one.
   void Attach(sd_bus* bus);
@@ -20,10 +31,16 @@ class Service {
  private:
   void HandleNetworks();
   void HandleRadios();
+  void HandleStations();
+  void HandleMACFilters();
+  void HandleSchedulesAndPasswords();
+  void HandleWPS();
+  void HandleCountry();
+  void HandleMesh();
+  void HandleTopology();
   void HandleLogLevel();
 
-  Engine& engine_;
-  Log& log_;
+  Parts parts_;
   BusInterface<Wifi::Bus::General> general_;
   BusInterface<Wifi::Bus::Mesh> mesh_;
   BusInterface<Wifi::Bus::Topology> topology_;

@@ -55,7 +55,7 @@ void ForEachOperation(Visit visit) {
 TEST(Operations, HaveTheNamesAndSignaturesThatOtherProgramsKnow) { EXPECT_EQ(AllRows(), WireTable()); }
 
 TEST(Operations, AreAsManyAsTheMethodsOfTheirClients) {
-  EXPECT_EQ(General::size, 33U);
+  EXPECT_EQ(General::size, 36U);
   EXPECT_EQ(Mesh::size, 13U);
   EXPECT_EQ(Topology::size, 7U);
   EXPECT_EQ(Tool::size, 5U);
@@ -106,6 +106,9 @@ TEST(Operations, BearTheNamesOfTheMethodsOfWifiClient) {
   EXPECT_NAMED(WifiClient, ListCountryCode);
   EXPECT_NAMED(WifiClient, SetCountryCode);
   EXPECT_NAMED(WifiClient, GetCountryCode);
+  EXPECT_NAMED(WifiClient, GetNetworkSetting);
+  EXPECT_NAMED(WifiClient, SetSchedule);
+  EXPECT_NAMED(WifiClient, AssignMACFilterProfile);
 }
 
 TEST(Operations, BearTheNamesOfTheMethodsOfWifiClientForMesh) {

@@ -1,97 +1,206 @@
 #include "daemon/radio/simulated/simulated_driver.h"
 
-#include "client/bytes.h"
+#include "daemon/model/text.h"
+#include "daemon/radio/simulated/hardware.h"
+#include "daemon/radio/simulated/plan_check.h"
+#include "daemon/radio/simulated/security.h"
 
 #include <algorithm>
-#include <string>
+#include <utility>
 
 namespace TALO::Wifid {
 
 namespace {
 
-constexpr int kMaximumBSSs = 16;
-
-std::vector<int> ChannelsOf(RadioFrequency radio) {
-  switch (radio) {
-    case RadioFrequency::Band2_4GHz:
-      return {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13};
-    case RadioFrequency::Band5GHz:
-      return {36, 40, 44, 48, 52, 56, 60, 64, 100, 104, 108, 112, 116, 120, 124, 128, 132, 136, 140};
-    case RadioFrequency::Band5GHz_1:
-      return {36, 40, 44, 48, 52, 56, 60, 64};
-    case RadioFrequency::Band5GHz_2:
-      return {100, 104, 108, 112, 116, 120, 124, 128, 132, 136, 140};
-    case RadioFrequency::Error:
-    case RadioFrequency::SmartConnect:
-      break;
-  }
-  return {};
-}
-
-/// Locally administered, one block of 256 addresses a radio.
-Wifi::Util::MACAddress AddressOfRadio(std::size_t index) {
-  return Wifi::Util::MACAddress("02:00:00:00:" + Wifi::ToHex(std::string(1, static_cast<char>(index))) +
-                                ":00");
-}
-
-Capabilities MakeCapabilities(SupportedModel model) {
-  Capabilities capabilities{model, {}};
-  for (const RadioFrequency radio : RadiosOf(model)) {
-    const std::size_t index = capabilities.radios.size();
-    const int maximumWidth = radio == RadioFrequency::Band2_4GHz ? 40 : 80;
-    capabilities.radios.push_back({radio, "wlan" + std::to_string(index), AddressOfRadio(index), kMaximumBSSs,
-                                   ChannelsOf(radio), maximumWidth});
-  }
-  return capabilities;
-}
-
-/// Without neighbours one channel is as good as the other: the lowest.
-int AutomaticChannel(const Capabilities& capabilities, RadioFrequency radio) {
-  const auto capability = std::ranges::find(capabilities.radios, radio, &RadioCapability::radio);
-  return capability != capabilities.radios.end() ? capability->channels.front() : 0;
-}
-
-/// Beacons of each BSS take about one percent of the air.
-int UtilisationOf(const RadioPlan& plan) { return std::min(100, static_cast<int>(plan.bsss.size())); }
+Refusal RadioFailure(const std::string& sentence) { return {ErrorCode::RadioFailed, sentence}; }
 
 }  // namespace
 
-SimulatedDriver::SimulatedDriver(SupportedModel model) : capabilities_(MakeCapabilities(model)) {
-  for (const RadioCapability& radio : capabilities_.radios) {
-    RadioPlan off;
-    off.radio = radio.radio;
-    inTheAir_.push_back(std::move(off));
+SimulatedDriver::SimulatedDriver(SupportedModel model, Scenario scenario, Timers& timers)
+    : scenario_(std::move(scenario)),
+      capabilities_(MakeSimulatedCapabilities(model)),
+      timers_(timers),
+      surroundings_{timers_, scenario_,
+                    [this](RadioEvent event) {
+                      Later([this, event = std::move(event)] {
+                        if (sink_) {
+                          sink_(event);
+                        }
+                      });
+                    }},
+      applyFaults_(scenario_.faults.apply, capabilities_),
+      scanFaults_(scenario_.faults.scan, capabilities_),
+      air_(surroundings_,
+           [this] {
+             for (const auto& radio : radios_) {
+               radio->simulated.NoticeAir();
+             }
+           }),
+      devices_(surroundings_, capabilities_, [this] { return FindOpenBSSs(); }),
+      wps_(surroundings_, devices_, [this](const std::string& interface) { return FindOpenBSS(interface); }) {
+  const auto bssWentDown = [this](const std::string& interface) {
+    if (wps_.GetInterface() == interface) {
+      wps_.End(WPSFinished::Outcome::Cancelled);
+    }
+  };
+  for (const RadioCapability& capability : capabilities_.radios) {
+    radios_.push_back(std::unique_ptr<Radio>(new Radio{
+        {capability, surroundings_, air_, devices_, bssWentDown}, {capability, surroundings_, air_}, false}));
   }
 }
 
-// Without stations nobody can tell a BSS that stayed from one that came back: both modes end the same.
-void SimulatedDriver::Apply(const std::vector<RadioPlan>& plan, ApplyMode, Done done) {
-  inTheAir_ = plan;
-  for (RadioPlan& radio : inTheAir_) {
-    if (radio.channel == 0) {
-      radio.channel = AutomaticChannel(capabilities_, radio.radio);
-    }
+void SimulatedDriver::Apply(const RadioPlan& plan, ApplyMode mode, Done done) {
+  Radio* radio = Occupy(plan.radio, done);
+  if (radio == nullptr) {
+    return;
   }
-  done({});
+  done = Releasing(*radio, std::move(done));
+  if (auto check = CheckPlan(plan, radio->simulated.GetCapability(), scenario_.bridges); !check.Succeeded()) {
+    done(check.Why());
+    return;
+  }
+  radio->simulated.Apply(plan, mode, applyFaults_.Next(plan.radio), std::move(done));
 }
 
 std::vector<LiveRadio> SimulatedDriver::GetLive() const {
   std::vector<LiveRadio> live;
-  for (const RadioPlan& plan : inTheAir_) {
-    LiveRadio radio;
-    radio.radio = plan.radio;
-    radio.up = plan.enable;
-    if (plan.enable) {
-      radio.channel = plan.channel;
-      radio.channelWidth = plan.channelWidth;
-      radio.utilisation = UtilisationOf(plan);
-      for (const BSSPlan& bss : plan.bsss) {
-        radio.bsss.push_back({bss.networkId, bss.interface, bss.bssid, true, 0});
-      }
-    }
-    live.push_back(std::move(radio));
+  for (const auto& radio : radios_) {
+    live.push_back(radio->simulated.GetLive());
   }
   return live;
+}
+
+void SimulatedDriver::Scan(RadioFrequency frequency, ScanDone done) {
+  Radio* radio = Occupy(frequency, done);
+  if (radio == nullptr) {
+    return;
+  }
+  ScanDone answer = [this, radio, done = std::move(done)](Result<std::vector<Wifi::ScanResult>> results) {
+    Later([radio, done, results = std::move(results)] {
+      radio->busy = false;
+      done(results);
+    });
+  };
+  if (!radio->simulated.IsUp()) {
+    answer(RadioFailure("the radio " + NameOrNumber(frequency) + " is not up"));
+    return;
+  }
+  const bool listens = !radio->scanner.Remembers();
+  radio->scanner.Scan(listens ? scanFaults_.Next(frequency) : std::nullopt, std::move(answer));
+}
+
+void SimulatedDriver::Reconnect(RadioFrequency frequency, Done done) {
+  Radio* radio = Occupy(frequency, done);
+  if (radio == nullptr) {
+    return;
+  }
+  Later([radio, done = Releasing(*radio, std::move(done))] {
+    radio->simulated.Reconnect();
+    done({});
+  });
+}
+
+void SimulatedDriver::StartWPS(const std::string& interface, Done done) {
+  Later([this, interface, done = std::move(done)] { done(OpenWPS(interface)); });
+}
+
+Result<void> SimulatedDriver::OpenWPS(const std::string& interface) {
+  const auto bss = FindOpenBSS(interface);
+  if (!bss) {
+    return RadioFailure("the BSS " + interface + " is not up");
+  }
+  if (!IsForWPS(bss->plan->securityMode)) {
+    return Refusal{ErrorCode::NotSupported, "the BSS " + interface +
+                                                " cannot use WPS with the security mode " +
+                                                NameOrNumber(bss->plan->securityMode)};
+  }
+  if (wps_.GetInterface()) {
+    return Refusal{ErrorCode::Busy, "a WPS session runs on " + *wps_.GetInterface()};
+  }
+  wps_.Open(interface);
+  return {};
+}
+
+void SimulatedDriver::CancelWPS(const std::string& interface, Done done) {
+  Later([this, interface, done = std::move(done)] {
+    const Result<void> result = CloseWPS(interface);
+    Later([done, result] { done(result); });
+  });
+}
+
+Result<void> SimulatedDriver::CloseWPS(const std::string& interface) {
+  if (wps_.GetInterface() != interface) {
+    return Refusal{ErrorCode::NotAllowed, "no WPS session runs on " + interface};
+  }
+  wps_.End(WPSFinished::Outcome::Cancelled);
+  return {};
+}
+
+void SimulatedDriver::ConfigureRegistrar(const Wifi::WPS_ERConfigInput& input, Done done) {
+  Later([this, input, done = std::move(done)] {
+    if (!HasInterface(input.ifName)) {
+      done(Refusal{ErrorCode::NotSupported, "there is no registrar on " + input.ifName});
+      return;
+    }
+    registrars_[input.ifName] = input;
+    done({});
+  });
+}
+
+SimulatedDriver::Radio* SimulatedDriver::FindRadio(RadioFrequency frequency) {
+  const auto found = std::ranges::find(
+      radios_, frequency, [](const auto& radio) { return radio->simulated.GetCapability().radio; });
+  return found != radios_.end() ? found->get() : nullptr;
+}
+
+SimulatedDriver::Radio* SimulatedDriver::Occupy(RadioFrequency frequency,
+                                                const std::function<void(Refusal)>& refuse) {
+  Radio* radio = FindRadio(frequency);
+  if (radio == nullptr) {
+    Later(
+        [refuse, frequency] { refuse(RadioFailure("this router has no radio " + NameOrNumber(frequency))); });
+    return nullptr;
+  }
+  if (radio->busy) {
+    Later([refuse, frequency] {
+      refuse({ErrorCode::Busy, "the radio " + NameOrNumber(frequency) + " is busy with another operation"});
+    });
+    return nullptr;
+  }
+  radio->busy = true;
+  return radio;
+}
+
+// The answer comes after the events of what it answers, which are under way already.
+RadioDriver::Done SimulatedDriver::Releasing(Radio& radio, Done done) {
+  return [this, &radio, done = std::move(done)](const Result<void>& result) {
+    Later([&radio, done, result] {
+      radio.busy = false;
+      done(result);
+    });
+  };
+}
+
+std::vector<OpenBSS> SimulatedDriver::FindOpenBSSs() const {
+  std::vector<OpenBSS> bsss;
+  for (const auto& radio : radios_) {
+    radio->simulated.AddOpenBSSs(bsss);
+  }
+  return bsss;
+}
+
+std::optional<OpenBSS> SimulatedDriver::FindOpenBSS(const std::string& interface) const {
+  for (const OpenBSS& bss : FindOpenBSSs()) {
+    if (bss.plan->interface == interface) {
+      return bss;
+    }
+  }
+  return std::nullopt;
+}
+
+bool SimulatedDriver::HasInterface(const std::string& interface) const {
+  return std::ranges::any_of(
+      radios_, [&interface](const auto& radio) { return radio->simulated.HasInterface(interface); });
 }
 
 }  // namespace TALO::Wifid

@@ -73,19 +73,21 @@ TEST_F(DaemonOptions, HaveDefaults) {
   EXPECT_EQ(options.country, CountryCode::DE);
   EXPECT_EQ(options.bus, Options::Bus::System);
   EXPECT_EQ(options.stateDirectory, "/var/lib/talowifi");
+  EXPECT_EQ(options.scenario, "");
   EXPECT_EQ(options.bridge, "br0");
   EXPECT_EQ(options.logLevel, LogLevel::Information);
 }
 
 TEST_F(DaemonOptions, ComeFromTheCommandLine) {
-  const Options options =
-      ParseWithFile({"--radio-driver", "simulated", "--model", "Dune40", "--country=US", "--bus", "session",
-                     "--state-dir", "/tmp/state", "--bridge=br-lan", "--log-level", "Debug"});
+  const Options options = ParseWithFile({"--radio-driver", "simulated", "--model", "Dune40", "--country=US",
+                                         "--bus", "session", "--state-dir", "/tmp/state", "--scenario",
+                                         "home.json", "--bridge=br-lan", "--log-level", "Debug"});
   EXPECT_EQ(options.radioDriver, "simulated");
   EXPECT_EQ(options.model, SupportedModel::Dune40);
   EXPECT_EQ(options.country, CountryCode::US);
   EXPECT_EQ(options.bus, Options::Bus::Session);
   EXPECT_EQ(options.stateDirectory, "/tmp/state");
+  EXPECT_EQ(options.scenario, "home.json");
   EXPECT_EQ(options.bridge, "br-lan");
   EXPECT_EQ(options.logLevel, LogLevel::Debug);
 }
@@ -99,6 +101,7 @@ TEST_F(DaemonOptions, ComeFromTheConfigurationFile) {
       "\n"
       "bus = session\n"
       "state-dir = /srv/wifi state\n"
+      "scenario = /srv/the home.json\n"
       "bridge = br-lan # of the house\n"
       "log-level = Error\n");
   const Options options = ParseWithFile();
@@ -107,21 +110,24 @@ TEST_F(DaemonOptions, ComeFromTheConfigurationFile) {
   EXPECT_EQ(options.country, CountryCode::FR);
   EXPECT_EQ(options.bus, Options::Bus::Session);
   EXPECT_EQ(options.stateDirectory, "/srv/wifi state");
+  EXPECT_EQ(options.scenario, "/srv/the home.json");
   EXPECT_EQ(options.bridge, "br-lan");
   EXPECT_EQ(options.logLevel, LogLevel::Error);
 }
 
 TEST_F(DaemonOptions, TakeTheCommandLineBeforeTheFile) {
   Configure(
-      "model = Cedar300\ncountry = FR\nbus = session\nstate-dir = /file\nbridge = br-file\n"
+      "model = Cedar300\ncountry = FR\nbus = session\nstate-dir = /file\nscenario = /file.json\nbridge = "
+      "br-file\n"
       "log-level = Error\n");
   const Options options =
       ParseWithFile({"--model", "Birch200", "--country", "US", "--bus", "system", "--state-dir", "/line",
-                     "--bridge", "br-line", "--log-level", "Warning"});
+                     "--scenario", "/line.json", "--bridge", "br-line", "--log-level", "Warning"});
   EXPECT_EQ(options.model, SupportedModel::Birch200);
   EXPECT_EQ(options.country, CountryCode::US);
   EXPECT_EQ(options.bus, Options::Bus::System);
   EXPECT_EQ(options.stateDirectory, "/line");
+  EXPECT_EQ(options.scenario, "/line.json");
   EXPECT_EQ(options.bridge, "br-line");
   EXPECT_EQ(options.logLevel, LogLevel::Warning);
 }
@@ -171,6 +177,7 @@ const std::vector<BadWord> kBadWords = {
     {"country", "XX", "the option country cannot be \"XX\": there is no such name"},
     {"country", "de", "the option country cannot be \"de\": there is no such name"},
     {"country", "MaxCountryCode", "the option country cannot be \"MaxCountryCode\": it is not a country"},
+    {"country", "D\xff", "the option country cannot be \"D\\xff\": there is no such name"},
     {"bus", "user", "the option bus cannot be \"user\": it is \"system\" or \"session\""},
     {"bus", "System", "the option bus cannot be \"System\": it is \"system\" or \"session\""},
     {"log-level", "debug", "the option log-level cannot be \"debug\": there is no such name"},
@@ -194,8 +201,17 @@ TEST_F(DaemonOptions, RefuseWhatTheCommandLineDoesNotHave) {
   EXPECT_EQ(FailureOf(WithFile({"--model"})), "the required argument for option '--model' is missing");
   EXPECT_EQ(FailureOf(WithFile({"--model", "Dune40", "--model", "Dune40"})),
             "option '--model' cannot be specified more than once");
-  EXPECT_EQ(FailureOf(WithFile({"Dune40"})),
-            "too many positional options have been specified on the command line");
+}
+
+TEST_F(DaemonOptions, RefuseAWordThatBelongsToNoOption) {
+  const std::string why = " on the command line belongs to no option";
+  EXPECT_EQ(FailureOf(WithFile({"Dune40"})), "the word \"Dune40\"" + why);
+  EXPECT_EQ(FailureOf(WithFile({"--model", "Dune40", "now", "then"})), "the word \"now\"" + why);
+  EXPECT_EQ(FailureOf(WithFile({"now", "--model", "Dune40"})), "the word \"now\"" + why);
+  EXPECT_EQ(FailureOf(WithFile({"--", "--help"})), "the word \"--help\"" + why);
+  EXPECT_EQ(FailureOf(WithFile({"two\nlines"})), "the word \"two\\x0alines\"" + why);
+  EXPECT_EQ(FailureOf(WithFile({""})), "the word \"\"" + why);
+  EXPECT_EQ(FailureOf(WithFile({"--help", "me"})), "the word \"me\"" + why);
 }
 
 TEST_F(DaemonOptions, RefuseWhatTheFileDoesNotHave) {
@@ -231,6 +247,7 @@ TEST_F(DaemonOptions, PrintTheHelpAndDoNothingElse) {
       "  --country CODE            country code of a router that was never set up\n"
       "  --bus system|session      which bus to serve\n"
       "  --state-dir DIR           where the state is kept\n"
+      "  --scenario FILE           what the simulated radios hear\n"
       "  --bridge NAME             bridge of new networks\n"
       "  --log-level LEVEL         Error, Warning, Information or Debug\n";
   for (const Words& words : {Words{"--help"}, Words{"--help", "--model", "Nothing"},

@@ -18,7 +18,7 @@ using Wifi::NetworkSetting;
 using Interfaces = std::map<int, std::set<std::string>>;
 
 std::vector<LiveRadio> LiveOf(const State& state, const Capabilities& radios) {
-  return LiveAsPlanned(MakePlan(state, radios));
+  return LiveAsPlanned(MakePlan(state, radios, {}));
 }
 
 NetworkRadioSetting HomeOn(RadioFrequency radio, const std::string& number) {

@@ -153,6 +153,16 @@ TEST(CreateNetwork, RefusesTheSSIDOfADeactivatedNetworkToo) {
                 {ErrorCode::AlreadyExists, "the SSID \"Home\" is in use by network 1"});
 }
 
+TEST(CreateNetwork, RefusesTheSSIDsOfTheBackhaul) {
+  State state = MakeState(1, {});
+  state.backhaul.ssid = "Mesh";
+  state.backhaulSTA.ssid = "Parent";
+  ExpectRefused(state, InfoOf("Mesh"),
+                {ErrorCode::AlreadyExists, "the SSID \"Mesh\" is in use by the backhaul"});
+  ExpectRefused(state, InfoOf("Parent"),
+                {ErrorCode::AlreadyExists, "the SSID \"Parent\" is in use by the backhaul station"});
+}
+
 TEST(CreateNetwork, TellsSSIDsApartByTheirBytes) {
   const State state = MakeState(2, {MakeNetwork(1, 1, "Home")});
   for (const std::string& ssid : {std::string("home"), std::string("Home "), std::string("Home\0", 5)}) {

@@ -29,11 +29,11 @@ class RadioViews : public testing::Test {
  protected:
   RadioViews() : state_(MakeState(3, {MakeNetwork(1, 1, "One"), MakeNetwork(2, 2, "Two")})) {
     state_.radios[2].enable = false;
-    live_ = LiveAsPlanned(MakePlan(state_, radios_));
+    live_ = LiveAsPlanned(MakePlan(state_, radios_, {}));
     live_[0].utilisation = 37;
     live_[0].channel = 11;
-    live_[0].bsss[0].stations = 3;
-    live_[0].bsss[1].stations = 4;
+    live_[0].bsss[0].stations.resize(3);
+    live_[0].bsss[1].stations.resize(4);
     live_[1].bsss[0].up = false;
   }
 
@@ -111,7 +111,7 @@ TEST_F(RadioViews, OnADualBandRouterTheyShowItsTwoRadios) {
   radios_ = DualBandRadios();
   state_.radios = {{Band2_4GHz, true, 6, 20, 100, 6}, {Band5GHz, true, 36, 80, 100, 6}};
   state_.networks.pop_back();
-  live_ = LiveAsPlanned(MakePlan(state_, radios_));
+  live_ = LiveAsPlanned(MakePlan(state_, radios_, {}));
   EXPECT_EQ(RadioSettings(Now()),
             (std::vector<RadioSetting>{{Band2_4GHz, true, 6, 20, 100, 6, CountryCode::DE},
                                        {Band5GHz, true, 36, 80, 100, 6, CountryCode::DE}}));

@@ -1,6 +1,6 @@
 #include "daemon/model/validation.h"
 
-#include "support/daemon_print.h"
+#include "support/print_model.h"
 
 #include <gtest/gtest.h>
 

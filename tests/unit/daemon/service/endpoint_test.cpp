@@ -3,7 +3,7 @@
 #include "bus/names.h"
 #include "daemon/service/bus_interface.h"
 #include "support/bus_pair.h"
-#include "support/daemon_print.h"
+#include "support/print_model.h"
 
 #include <gtest/gtest.h>
 

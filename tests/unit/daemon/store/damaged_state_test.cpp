@@ -1,12 +1,15 @@
+#include "daemon/json/record_json.h"
 #include "daemon/store/state_codec.h"
-#include "support/daemon_samples.h"
-#include "support/state_texts.h"
+#include "support/full_state.h"
+#include "support/print_model.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <functional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TALO::Wifid {
@@ -40,27 +43,85 @@ void ExpectRefused(const std::vector<Edit>& edits) {
   }
 }
 
+/// A place in the state's JSON: what it is called, and how to get there in a copy.
+struct Place {
+  std::string path;
+  std::function<Json::Value&(Json::Value&)> find;
+};
+
+/// Every value of FullText's JSON below and including `json`.
+void ListPlaces(const Json::Value& json, const Place& here, std::vector<Place>& places) {
+  places.push_back(here);
+  const auto find = here.find;
+  if (json.isObject()) {
+    for (const std::string& name : json.getMemberNames()) {
+      ListPlaces(json[name],
+                 {here.path.empty() ? name : here.path + "." + name,
+                  [find, name](Json::Value& root) -> Json::Value& { return find(root)[name]; }},
+                 places);
+    }
+  } else if (json.isArray()) {
+    for (Json::ArrayIndex i = 0; i < json.size(); ++i) {
+      ListPlaces(json[i],
+                 {here.path + "[" + std::to_string(i) + "]",
+                  [find, i](Json::Value& root) -> Json::Value& { return find(root)[i]; }},
+                 places);
+    }
+  }
+}
+
+/// Calls `visit` with a copy of FullText's JSON for each place in it that is not the version.
+void ForEachPlace(const std::function<void(Json::Value& root, const Place& place)>& visit) {
+  const Json::Value whole = ParseJson(FullText());
+  std::vector<Place> places;
+  ListPlaces(whole, {"", [](Json::Value& root) -> Json::Value& { return root; }}, places);
+  EXPECT_EQ(places.size(), 103U);
+  for (const Place& place : places) {
+    if (place.path != "version") {
+      SCOPED_TRACE(place.path);
+      Json::Value copy = whole;
+      visit(copy, place);
+    }
+  }
+}
+
 TEST(DecodeState, RefusesATextThatIsNotJSON) {
-  const std::vector<std::string> texts = {
-      "",
-      " ",
-      "x",
-      "{",
-      "{]",
-      "{'version':1}",
-      "{\"version\":1,}",
-      "{\"version\":1}}",
-      "{\"version\":1} x",
-      "{\"version\":1} // comment",
-      "{\"version\":1,\"version\":1}",
-      "\"version\"",
-      "1",
-      std::string("{\"version\":1}\0", 14),
-      std::string(100, '\0'),
-      FullText() + FullText(),
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"", "(line 1, column 1)"},
+      {" ", "(line 1, column 2)"},
+      {"x", "(line 1, column 1)"},
+      {"{", "(line 1, column 2)"},
+      {"{]", "(line 1, column 2)"},
+      {"{'version':1}", "(line 1, column 2)"},
+      {"{\"version\":1,}", "(line 1, column 14)"},
+      {"{\"version\":1}}", "(line 1, column 14)"},
+      {"{\"version\":1}\nx", "(line 2, column 1)"},
+      {"{\"version\":1} // comment", "(line 1, column 15)"},
+      {"{\"version\":1,\"version\":1}", "(line 1, column 14)"},
+      {"\"version\"", "(line 1, column 1)"},
+      {"1", "(line 1, column 1)"},
+      {std::string("{\"version\":1}\0", 14), "(line 1, column 14)"},
+      {std::string(100, '\0'), "(line 1, column 1)"},
+      {"\xff", "(line 1, column 1)"},
+      {std::string("{\"version\":1}\n\0x", 16), "(line 2, column 1)"},
   };
-  for (const std::string& text : texts) {
-    ExpectRefused(text, "it is not JSON");
+  for (const auto& [text, position] : rows) {
+    ExpectRefused(text, "it is not JSON " + position);
+  }
+}
+
+TEST(DecodeState, RefusesTextBehindTheState) {
+  for (const std::string behind : {"x", "{}", "]", ",", "\"\"", "1"}) {
+    SCOPED_TRACE(behind);
+    // The text ends in a line end, so what follows is alone on its line.
+    ExpectRefused(FullText() + behind, "it is not JSON (line 149, column 1)");
+  }
+  ExpectRefused(FullText() + std::string(1, '\0'), "it is not JSON (line 149, column 1)");
+  ExpectRefused(FullText() + FullText(), "it is not JSON (line 149, column 1)");
+  for (const std::string blank : {"", "\n", "  \t\r\n"}) {
+    const auto decoded = DecodeState(FullText() + blank);
+    ASSERT_TRUE(decoded.Succeeded()) << decoded.Why().sentence;
+    EXPECT_EQ(decoded.Value(), FullState());
   }
 }
 
@@ -68,6 +129,7 @@ TEST(DecodeState, RefusesATextWithoutAVersion) {
   for (const char* text :
        {"[]", "{}", "[{\"version\":1}]", "{\"version\":null}", "{\"version\":\"1\"}", "{\"version\":1.5}",
         "{\"version\":[1]}", "{\"version\":true}", "{\"version\":4294967297}", "{\"Version\":1}"}) {
+    SCOPED_TRACE(text);
     ExpectRefused(text, "it has no version");
   }
 }
@@ -82,66 +144,79 @@ TEST(DecodeState, RefusesAnyVersionButItsOwn) {
   ExpectRefused("{\"version\":2}", "it is of version 2, this daemon knows version 1");
 }
 
-TEST(DecodeState, RefusesATextWithAMemberMissing) {
-  ExpectRefused({
-      {"\"context\" : \"c", "\"x\" : \"c", "context is missing"},
-      {"\"country\"", "\"Country\"", "country is missing"},
-      {"\"networks\"", "\"x\"", "networks is missing"},
-      {"\"nextNetworkId\"", "\"x\"", "nextNetworkId is missing"},
-      {"\"radios\"", "\"x\"", "radios is missing"},
-      {"\"activated\"", "\"x\"", "networks[0].activated is missing"},
-      {"\"bridge\" :", "\"x\" :", "networks[0].bridge is missing"},
-      {"\"context\" : \"bridge\"", "\"x\" : \"bridge\"", "networks[0].context is missing"},
-      {"\"hidden\"", "\"x\"", "networks[0].hidden is missing"},
-      {"\"id\"", "\"x\"", "networks[0].id is missing"},
-      {"\"networkNameHex\"", "\"networkName\"", "networks[0].networkNameHex is missing"},
-      {"\"passphraseChangedAt\"", "\"x\"", "networks[0].passphraseChangedAt is missing"},
-      {"\"passphraseHex\"", "\"passphrase\"", "networks[0].passphraseHex is missing"},
-      {"\"securityMode\"", "\"x\"", "networks[0].securityMode is missing"},
-      {"\"slot\"", "\"x\"", "networks[0].slot is missing"},
-      {"\"ssidHex\"", "\"ssid\"", "networks[0].ssidHex is missing"},
-      {"\"channel\" : 11", "\"x\" : 11", "radios[0].channel is missing"},
-      {"\"channelWidth\" : 160", "\"x\" : 160", "radios[1].channelWidth is missing"},
-      {"\"enable\" : true", "\"x\" : true", "radios[1].enable is missing"},
-      {"\"radio\" : \"Band5GHz_1\"", "\"x\" : 1", "radios[1].radio is missing"},
-      {"\"transmitPower\" : 50", "\"x\" : 50", "radios[0].transmitPower is missing"},
-      {"\"wifiGeneration\" : 5", "\"x\" : 5", "radios[1].wifiGeneration is missing"},
+TEST(DecodeState, RefusesATextWithAnyMemberMissing) {
+  ForEachPlace([](const Json::Value& root, const Place& place) {
+    Json::Value inside = root;
+    const Json::Value object = place.find(inside);
+    if (!object.isObject()) {
+      return;
+    }
+    for (const std::string& name : object.getMemberNames()) {
+      const std::string path = place.path.empty() ? name : place.path + "." + name;
+      Json::Value without = root;
+      place.find(without).removeMember(name);
+      ExpectRefused(without.toStyledString(), path == "version" ? "it has no version" : path + " is missing");
+    }
   });
 }
 
-TEST(DecodeState, RefusesAMemberOfTheWrongType) {
+TEST(DecodeState, RefusesAMemberThatNoRecordHas) {
+  ForEachPlace([](Json::Value& root, const Place& place) {
+    if (place.find(root).isObject()) {
+      place.find(root)["vlan"] = 1;
+      ExpectRefused(root.toStyledString(), (place.path.empty() ? "" : place.path + ".") + "vlan is unknown");
+    }
+  });
+  // The readable form of bytes and secrets is not the state's.
+  ExpectRefused({{"\"hidden\"", "\"ssid\" : \"Home\",\"hidden\"", "networks[0].ssid is unknown"},
+                 {"\"hidden\"", "\"passphrase\" : \"\",\"hidden\"", "networks[0].passphrase is unknown"},
+                 {"\"hidden\"", "\"a\\nb\" : 1,\"hidden\"", "networks[0].\"a\\x0ab\" is unknown"}});
+}
+
+/// What a value of this kind is refused with where another is due.
+std::string WhyNot(const Json::Value& due) {
+  switch (due.type()) {
+    case Json::objectValue:
+      return " is not an object";
+    case Json::arrayValue:
+      return " is not a list";
+    case Json::stringValue:
+      return " is not a text";
+    case Json::booleanValue:
+      return " is neither true nor false";
+    default:
+      return " is not a whole number in range";
+  }
+}
+
+TEST(DecodeState, RefusesAnyMemberOfAWrongType) {
+  const std::vector<Json::Value> values = {Json::Value(),
+                                           Json::Value(true),
+                                           Json::Value(1.5),
+                                           Json::Value("a text"),
+                                           Json::Value(1e300),
+                                           Json::Value(Json::arrayValue),
+                                           Json::Value(Json::objectValue)};
+  ForEachPlace([&](const Json::Value& root, const Place& place) {
+    for (const Json::Value& value : values) {
+      Json::Value changed = root;
+      const Json::Value due = place.find(changed);
+      if (place.path.empty() || due.type() == value.type()) {
+        continue;
+      }
+      place.find(changed) = value;
+      ExpectRefused(changed.toStyledString(), place.path + WhyNot(due));
+    }
+  });
+}
+
+TEST(DecodeState, RefusesNumbersOutOfRange) {
   const std::string notNumber = " is not a whole number in range";
-  ExpectRefused({
-      {"\"caf\\u00e9 \\\"1\\\"\"", "7", "context is not a text"},
-      {"\"caf\\u00e9 \\\"1\\\"\"", "null", "context is not a text"},
-      {"\"US\"", "3", "country is not a text"},
-      {"12", "\"12\"", "nextNetworkId" + notNumber},
-      {"12", "12.5", "nextNetworkId" + notNumber},
-      {"12", "null", "nextNetworkId" + notNumber},
-      {"12", "true", "nextNetworkId" + notNumber},
-      {"12", "2147483648", "nextNetworkId" + notNumber},
-      {"12", "-2147483649", "nextNetworkId" + notNumber},
-      {"12", "1e300", "nextNetworkId" + notNumber},
-      {"\"activated\" : true", "\"activated\" : 1", "networks[0].activated is neither true nor false"},
-      {"\"activated\" : true", "\"activated\" : \"true\"", "networks[0].activated is neither true nor false"},
-      {"\"activated\" : true", "\"activated\" : null", "networks[0].activated is neither true nor false"},
-      {"4107542400", "9223372036854775808", "networks[0].passphraseChangedAt" + notNumber},
-      {"4107542400", "\"2100-03-01\"", "networks[0].passphraseChangedAt" + notNumber},
-      {"\"PersonalWPA3\"", "5", "networks[0].securityMode is not a text"},
-      {"\"486f6d65\"", "486", "networks[0].networkNameHex is not a text"},
-      {"\"486f6d65\"", "[]", "networks[0].networkNameHex is not a text"},
-      {"\"Band5GHz_1\"", "false", "radios[1].radio is not a text"},
-  });
-}
-
-TEST(DecodeState, RefusesListsAndObjectsOfTheWrongType) {
-  const std::string start = "{\"version\":1,\"nextNetworkId\":1,\"context\":\"router\",\"country\":\"DE\",";
-  ExpectRefused(start + "\"networks\":{},\"radios\":[]}", "networks is not a list");
-  ExpectRefused(start + "\"networks\":null,\"radios\":[]}", "networks is not a list");
-  ExpectRefused(start + "\"networks\":[],\"radios\":\"none\"}", "radios is not a list");
-  ExpectRefused(start + "\"networks\":[7],\"radios\":[]}", "networks[0] is not an object");
-  ExpectRefused(start + "\"networks\":[[]],\"radios\":[]}", "networks[0] is not an object");
-  ExpectRefused(start + "\"networks\":[],\"radios\":[null]}", "radios[0] is not an object");
+  ExpectRefused({{"12,", "\"12\",", "nextNetworkId" + notNumber},
+                 {"12,", "2147483648,", "nextNetworkId" + notNumber},
+                 {"12,", "-2147483649,", "nextNetworkId" + notNumber},
+                 {"4107542400", "9223372036854775808", "networks[0].passphraseChangedAt" + notNumber},
+                 {"4107542400", "-9223372036854777856", "networks[0].passphraseChangedAt" + notNumber}});
 }
 
 TEST(DecodeState, RefusesAnUnknownWord) {
@@ -149,22 +224,53 @@ TEST(DecodeState, RefusesAnUnknownWord) {
                  {"\"US\"", "\"\"", "country is an unknown word"},
                  {"\"US\"", "\"Utopia\"", "country is an unknown word"},
                  {"\"PersonalWPA3\"", "\"PersonalWPA4\"", "networks[0].securityMode is an unknown word"},
-                 {"\"Band2_4GHz\"", "\"Band6GHz\"", "radios[0].radio is an unknown word"}});
+                 {"\"Customized\"", "\"customized\"", "networks[0].schedules[0].mode is an unknown word"},
+                 {"\"Deny\"", "\"Forbid\"", "macFilterProfiles[0].action is an unknown word"},
+                 {"\"Dune40\"", "\"Dune41\"", "mesh.models[1] is an unknown word"},
+                 {"\"Band2_4GHz\"", "\"Band6GHz\"", "networks[0].schedules[0].radio is an unknown word"}});
+}
+
+TEST(DecodeState, RefusesANumberForWhatHasAName) {
+  ExpectRefused({{"\"BestAP\"", "2", "scanType is a number where a word is due"},
+                 {"\"US\"", "65536", "country is a number where a word is due"},
+                 {"\"US\"", "-1", "country is a number where a word is due"}});
+}
+
+TEST(DecodeState, RefusesAWordThatIsListedTwice) {
+  ExpectRefused({{"\"Dune40\"", "\"Alder100\"", "mesh.models[1] is listed twice"}});
+}
+
+TEST(DecodeState, RefusesWhatIsNoMACAddress) {
+  for (const char* word : {"any", "", "02:00:00:00:00", "02:00:00:00:00:01:02", "02:00:00:00:00:0g"}) {
+    ExpectRefused({{"02:00:00:00:00:01", word, "stations[0].bssid is not a MAC address"}});
+  }
 }
 
 TEST(DecodeState, RefusesBytesThatAreNotPairsOfHexDigits) {
+  const std::string notDigits = " is not made of pairs of the digits 0 to 9 and a to f";
   for (const char* digits : {"0", "00f", "0g", "0G", "FF", "0x", " 00", "00 ", "+0", "-1", "0\\u0000"}) {
-    ExpectRefused({{"00ff0a22", digits, "networks[0].ssidHex is not made of pairs of hexadecimal digits"}});
+    ExpectRefused({{"00ff0a22", digits, "networks[0].ssidHex" + notDigits}});
   }
-  ExpectRefused({{"626174746572792d737461706c65", "battery-staple",
-                  "networks[0].passphraseHex is not made of pairs of hexadecimal digits"}});
+  ExpectRefused(
+      {{"626174746572792d737461706c65", "battery-staple", "networks[0].passphraseHex" + notDigits}});
 }
 
 TEST(DecodeState, RefusesATextThatIsNotUTF8) {
   ExpectRefused({{"\"bridge\",", "\"caf\xe9\",", "networks[0].context is not UTF-8"},
                  {"\"bridge\",", "\"\xed\xa0\x80\",", "networks[0].context is not UTF-8"},
                  {"\"bridge\",", "\"\\udc00\",", "networks[0].context is not UTF-8"},
-                 {"\"US\"", "\"\xff\"", "country is an unknown word"}});
+                 {"\"US\"", "\"\xff\"", "country is not UTF-8"},
+                 {"\"hidden\"", "\"\xff\" : 1,\"hidden\"", "networks[0].\"\\xff\" is unknown"}});
+}
+
+TEST(DecodeState, RefusesANULAnywhere) {
+  ExpectRefused(Edited("true,", std::string("tr\0e,", 5)), "it is not JSON (line 4, column 16)");
+  const std::string whole = FullText();
+  for (std::size_t at = 0; at <= whole.size(); ++at) {
+    const auto decoded = DecodeState(whole.substr(0, at) + std::string(1, '\0') + whole.substr(at));
+    ASSERT_FALSE(decoded.Succeeded()) << at;
+    EXPECT_TRUE(decoded.Why().sentence.starts_with("it is not JSON (line ")) << decoded.Why().sentence;
+  }
 }
 
 TEST(DecodeState, RefusesATextCutOffAnywhere) {
@@ -174,12 +280,14 @@ TEST(DecodeState, RefusesATextCutOffAnywhere) {
   ASSERT_TRUE(withoutLineEnd.Succeeded());
   EXPECT_EQ(withoutLineEnd.Value(), FullState());
   for (std::size_t length = 0; length + 1 < whole.size(); ++length) {
-    SCOPED_TRACE(length);
-    ExpectRefused(whole.substr(0, length), "it is not JSON");
+    const auto decoded = DecodeState(whole.substr(0, length));
+    ASSERT_FALSE(decoded.Succeeded()) << length;
+    EXPECT_EQ(decoded.Why().code, ErrorCode::StorageFailed);
+    EXPECT_TRUE(decoded.Why().sentence.starts_with("it is not JSON (line ")) << decoded.Why().sentence;
   }
 }
 
-TEST(DecodeState, SurvivesNestingWithoutEnd) {
+TEST(DecodeState, RefusesNestingWithoutEnd) {
   for (const char* opening : {"[", "{\"a\":"}) {
     std::string text;
     for (int depth = 0; depth < 100000; ++depth) {
@@ -187,11 +295,11 @@ TEST(DecodeState, SurvivesNestingWithoutEnd) {
     }
     const auto decoded = DecodeState(text);
     ASSERT_FALSE(decoded.Succeeded());
-    EXPECT_EQ(decoded.Why().code, ErrorCode::StorageFailed);
+    EXPECT_EQ(decoded.Why(), (Refusal{ErrorCode::StorageFailed, "it is nested too deeply"}));
   }
 }
 
-/// Expects a state that is written and read as it is, or a refusal that says why.
+/// Expects a state that is written and read as it is, or a refusal in one line.
 void ExpectStateOrRefusal(const std::string& text) {
   const auto decoded = DecodeState(text);
   if (decoded.Succeeded()) {
@@ -201,21 +309,24 @@ void ExpectStateOrRefusal(const std::string& text) {
   } else {
     EXPECT_EQ(decoded.Why().code, ErrorCode::StorageFailed) << text;
     EXPECT_FALSE(decoded.Why().sentence.empty()) << text;
+    EXPECT_EQ(decoded.Why().sentence.find('\n'), std::string::npos) << text;
   }
 }
 
-TEST(DecodeState, SurvivesEverySingleFlippedBit) {
+TEST(DecodeState, SurvivesAFlippedBitInEveryByte) {
   const std::string whole = FullText();
-  for (std::size_t bit = 0; bit < whole.size() * 8; ++bit) {
+  std::mt19937 random(1);
+  for (std::size_t byte = 0; byte < whole.size(); ++byte) {
+    SCOPED_TRACE(byte);
     std::string text = whole;
-    text[bit / 8] = static_cast<char>(text[bit / 8] ^ (1 << bit % 8));
+    text[byte] = static_cast<char>(text[byte] ^ (1 << random() % 8));
     ExpectStateOrRefusal(text);
   }
 }
 
 TEST(DecodeState, SurvivesManyFlippedBits) {
   const std::string whole = FullText();
-  for (unsigned seed = 1; seed <= 2000; ++seed) {
+  for (unsigned seed = 1; seed <= 1000; ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
     std::string text = whole;

@@ -1,8 +1,8 @@
 #include "daemon/store/state_file.h"
 
-#include "support/daemon_samples.h"
 #include "support/files.h"
-#include "support/state_texts.h"
+#include "support/full_state.h"
+#include "support/print_model.h"
 #include "support/temporary_directory.h"
 
 #include <sys/stat.h>
@@ -53,13 +53,28 @@ void ExpectLoads(StateFile& file, const State& state) {
   EXPECT_EQ(*loaded.Value(), state);
 }
 
+/// A state with these many networks.
+State StateWithNetworks(int count) {
+  State state;
+  state.nextNetworkId = count + 1;
+  state.radios = {{RadioFrequency::Band2_4GHz, true, 6, 20, 100, 6}};
+  for (int id = 1; id <= count; ++id) {
+    NetworkState network;
+    network.id = id;
+    network.networkName = network.ssid = "Network " + std::to_string(id);
+    network.slot = id;
+    state.networks.push_back(network);
+  }
+  return state;
+}
+
 class StateFiles : public testing::Test {
  protected:
   TemporaryDirectory top_;
   const std::string directory_ = top_ / "state";
   const std::string path_ = directory_ + "/state.json";
   const std::string newPath_ = directory_ + "/state.json.new";
-  const State before_ = MakeState(2, {MakeNetwork(1, 1, "Home")});
+  const State before_ = StateWithNetworks(1);
 };
 
 TEST_F(StateFiles, LoadNothingWhereNothingWasSaved) {
@@ -89,10 +104,7 @@ TEST_F(StateFiles, HoldTheTextOfTheState) {
 }
 
 TEST_F(StateFiles, LoadAStateThatIsLargerThanOneRead) {
-  State state = MakeState(1, {});
-  for (int id = 1; id <= 2000; ++id) {
-    state.networks.push_back(MakeNetwork(id, id, "Network " + std::to_string(id)));
-  }
+  const State state = StateWithNetworks(2000);
   StateFile file(directory_);
   ASSERT_TRUE(file.Save(state).Succeeded());
   EXPECT_GT(fs::file_size(path_), 65536U);
@@ -199,8 +211,8 @@ TEST_F(StateFiles, ThatCannotBeUnderstoodAreRefusedAndLeftAsTheyAre) {
   StateFile file(directory_);
   const std::string start = "the state in " + path_ + " cannot be read: ";
   const std::pair<std::string, std::string> rows[] = {
-      {"", "it is not JSON"},
-      {FullText().substr(0, 100), "it is not JSON"},
+      {"", "it is not JSON (line 1, column 1)"},
+      {FullText().substr(0, 32), "it is not JSON (line 4, column 13)"},
       {"{\"version\" : 2}\n", "it is of version 2, this daemon knows version 1"},
       {"{\"version\" : 1}\n", "nextNetworkId is missing"},
   };

@@ -1,0 +1,63 @@
+// While an operation takes its time, others are answered.
+
+#include "support/bus_monitor.h"
+#include "support/story_test.h"
+
+#include <csignal>
+
+namespace TALO::EndToEnd {
+
+namespace {
+
+class SlowOperationsStory : public StoryTest {
+ protected:
+  /// Runs the others while the slow command, whose call is `member`, is under way, and ends that then.
+  template <typename Others>
+  void During(const Words& slow, const std::string& member, Others others) {
+    BusMonitor monitor(Address());
+    Process tool(ToolProcess(Address(), slow));
+    monitor.WaitForCall(member);
+    others();
+    EXPECT_FALSE(tool.HasEnded());
+    tool.SendSignal(SIGKILL);
+    EXPECT_EQ(tool.Wait(), -SIGKILL);
+  }
+};
+
+TEST_F(SlowOperationsStory, QuestionsAreAnsweredDuringAScan) {
+  StartStory("", {"--model", "Cedar300"}, R"("scanMilliseconds": 60000)");
+  CreateNetwork("Home", 1);
+  During({"getScanResults", "--radio", "Band2_4GHz"}, "GetScanResults", [this] {
+    ExpectNow({"isAllNetworkAPDisabled"}, "0\n");
+    ExpectNow({"getDevices"}, "[]\n\n");
+    ExpectNow({"getCountryCode"}, "DE\n");
+  });
+}
+
+TEST_F(SlowOperationsStory, ChangesOfOtherRadiosAreMadeDuringAScan) {
+  StartStory("", {"--model", "Cedar300"}, R"("scanMilliseconds": 60000)");
+  During({"getScanResults", "--radio", "Band2_4GHz"}, "GetScanResults", [this] {
+    Do({"modifyStation", "--enable", "0", "--radio", "Band5GHz", "--essid", "Uplink", "--user", "",
+        "--password", "uplink-password", "--bssid", "00:00:00:00:00:00", "--securityMode", "PersonalWPA2"});
+    const std::string stations = RunTool({"getStations"}).output;
+    EXPECT_NE(stations.find("\"essid\" : \"Uplink\""), std::string::npos) << stations;
+  });
+}
+
+// The first plan of the radio is that of the start, the second that of Home.
+TEST_F(SlowOperationsStory, QuestionsAreAnsweredDuringARestart) {
+  StartStory(R"("faults": {"apply": [{"radio": "Band5GHz", "skip": 2, "milliseconds": 60000}]})");
+  CreateNetwork("Home", 1);
+  During({"restartNetworks", "--force", "1"}, "RestartNetworks", [this] {
+    ExpectNow({"getNetworkInterfaces"},
+              "ID: 1, Interface: \n"
+              "\twlan0_1\n\twlan1_1\n"
+              "\n");
+    ExpectNow({"getCountryCode"}, "DE\n");
+    ExpectNow({"getMACFilterProfiles"}, "[]\n\n");
+  });
+}
+
+}  // namespace
+
+}  // namespace TALO::EndToEnd
