@@ -86,6 +86,16 @@ std::size_t BusPair::CountAnswers(std::uint64_t cookie) const {
   return count;
 }
 
+std::vector<sd_bus_message*> BusPair::Signals() const {
+  std::vector<sd_bus_message*> signals;
+  for (const Bus::Message& message : received_) {
+    if (sd_bus_message_is_signal(message.get(), nullptr, nullptr) > 0) {
+      signals.push_back(message.get());
+    }
+  }
+  return signals;
+}
+
 sd_bus_message* BusPair::FindAnswer(std::uint64_t cookie) const {
   for (const Bus::Message& message : received_) {
     std::uint64_t answered = 0;

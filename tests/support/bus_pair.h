@@ -28,6 +28,8 @@ class BusPair {
   void RunUntilQuiet();
   /// How often the call was answered so far.
   std::size_t CountAnswers(std::uint64_t cookie) const;
+  /// The signals that the client received so far.
+  std::vector<sd_bus_message*> Signals() const;
 
  private:
   bool RunUntil(const std::function<bool()>& isDone);

@@ -8,23 +8,28 @@ namespace {
 
 using Wifi::Util::MACAddress;
 
-RadioCapability Radio(RadioFrequency radio, const std::string& number, int maximumBSSs) {
-  return {radio, "wlan" + number, MACAddress("02:00:00:00:0" + number + ":00"), maximumBSSs, {1, 6, 11}, 80};
+const std::vector<int> kLowChannels = {1, 6, 11};
+const std::vector<int> kLowerChannels = {36, 40, 44, 48};
+const std::vector<int> kUpperChannels = {100, 104, 108, 112};
+
+RadioCapability Radio(RadioFrequency radio, const std::string& number, int maximumBSSs,
+                      const std::vector<int>& channels) {
+  return {radio, "wlan" + number, MACAddress("02:00:00:00:0" + number + ":00"), maximumBSSs, channels, 80};
 }
 
 }  // namespace
 
 Capabilities TriBandRadios(int maximumBSSs) {
   return {SupportedModel::Alder100,
-          {Radio(RadioFrequency::Band2_4GHz, "0", maximumBSSs),
-           Radio(RadioFrequency::Band5GHz_1, "1", maximumBSSs),
-           Radio(RadioFrequency::Band5GHz_2, "2", maximumBSSs)}};
+          {Radio(RadioFrequency::Band2_4GHz, "0", maximumBSSs, kLowChannels),
+           Radio(RadioFrequency::Band5GHz_1, "1", maximumBSSs, kLowerChannels),
+           Radio(RadioFrequency::Band5GHz_2, "2", maximumBSSs, kUpperChannels)}};
 }
 
 Capabilities DualBandRadios(int maximumBSSs) {
   return {SupportedModel::Dune40,
-          {Radio(RadioFrequency::Band2_4GHz, "0", maximumBSSs),
-           Radio(RadioFrequency::Band5GHz, "1", maximumBSSs)}};
+          {Radio(RadioFrequency::Band2_4GHz, "0", maximumBSSs, kLowChannels),
+           Radio(RadioFrequency::Band5GHz, "1", maximumBSSs, kLowerChannels)}};
 }
 
 NetworkState MakeNetwork(int id, int slot, const std::string& ssid) {
