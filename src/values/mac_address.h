@@ -28,6 +28,8 @@ class TALO_WIFI_API MACAddress {
   const std::string& ToString() const noexcept { return text_; }
 
   friend bool operator==(const MACAddress&, const MACAddress&) = default;
+  // clang-tidy 14 takes the generated comparison with 0 for a pointer's.
+  // NOLINTNEXTLINE(modernize-use-nullptr)
   friend std::strong_ordering operator<=>(const MACAddress&, const MACAddress&) = default;
 
  private:

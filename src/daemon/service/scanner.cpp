@@ -31,7 +31,7 @@ void Answer(const Listening& listening, const ScanDone& done) {
 
 }  // namespace
 
-void Scan(Engine& engine, RadioFrequency asked, ScanDone done) {
+void Scan(Engine& engine, RadioFrequency asked, const ScanDone& done) {
   const auto radios = ResolveRadios(engine.GetState(), engine.GetCapabilities(), asked);
   if (!radios.Succeeded()) {
     done(radios.Why());
@@ -60,7 +60,7 @@ void Scan(Engine& engine, RadioFrequency asked, ScanDone done) {
   }
 }
 
-void ReconnectAll(Engine& engine, Engine::Done<void> done) {
+void ReconnectAll(Engine& engine, const Engine::Done<void>& done) {
   struct Progress {
     std::size_t waitingFor = 0;
     Result<void> outcome;

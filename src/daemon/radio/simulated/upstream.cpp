@@ -81,11 +81,11 @@ LiveUpstream Upstream::GetLive() const {
   if (target_ != nullptr) {
     live.bssid = target_->bssid;
     live.channel = target_->channel;
-  }
-  if (phase_ == Phase::Connected) {
-    live.signal = target_->signal;
-    live.transmitRate = target_->transmitRate;
-    live.connectedTime = SecondsSince(surroundings_.timers, since_);
+    if (phase_ == Phase::Connected) {
+      live.signal = target_->signal;
+      live.transmitRate = target_->transmitRate;
+      live.connectedTime = SecondsSince(surroundings_.timers, since_);
+    }
   }
   return live;
 }
