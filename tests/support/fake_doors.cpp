@@ -1,7 +1,5 @@
 #include "support/fake_doors.h"
 
-#include <algorithm>
-
 namespace TALO::Wifid {
 
 std::string Brief(const State& state) {
@@ -31,30 +29,6 @@ Result<void> FakeStore::Save(const State& state) {
   }
   saved_ = state;
   return {};
-}
-
-Timers::Id ManualTimers::After(Duration delay, std::function<void()> action) {
-  const Id id = ++lastId_;
-  pending_.emplace(std::pair(now_ + std::max(delay, Duration::zero()), id), std::move(action));
-  return id;
-}
-
-void ManualTimers::Cancel(Id id) {
-  std::erase_if(pending_, [id](const auto& timer) { return timer.first.second == id; });
-}
-
-void ManualTimers::Advance(Duration duration) {
-  const Duration end = now_ + duration;
-  while (!pending_.empty() && pending_.begin()->first.first <= end) {
-    const auto timer = pending_.extract(pending_.begin());
-    now_ = timer.key().first;
-    timer.mapped()();
-  }
-  now_ = end;
-}
-
-std::optional<Timers::Duration> ManualTimers::UntilNext() const {
-  return pending_.empty() ? std::nullopt : std::optional(pending_.begin()->first.first - now_);
 }
 
 std::string FakeRandom::Draw(std::size_t count) {

@@ -1,18 +1,16 @@
 #pragma once
 
 #include "daemon/radio/radio_driver.h"
-#include "daemon/radio/timers.h"
 #include "daemon/service/announcer.h"
 #include "daemon/service/clock.h"
 #include "daemon/service/random_source.h"
 #include "daemon/store/state_store.h"
 #include "support/daemon_samples.h"
+#include "support/manual_timers.h"
 
 #include <deque>
 #include <functional>
-#include <map>
 #include <optional>
-#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -82,26 +80,6 @@ class FakeClock final : public Clock {
 
  private:
   std::function<void()> action_;
-};
-
-/// Time that passes when the test says so.
-class ManualTimers final : public Timers {
- public:
-  Duration Now() const override { return now_; }
-  Id After(Duration delay, std::function<void()> action) override;
-  void Cancel(Id id) override;
-
-  /// Calls what is due until then, each at its own time; what that adds too.
-  void Advance(Duration duration);
-
-  std::size_t Pending() const { return pending_.size(); }
-  /// How long until the next; nothing where none is to come.
-  std::optional<Duration> UntilNext() const;
-
- private:
-  Duration now_{0};
-  Id lastId_ = 0;
-  std::map<std::pair<Duration, Id>, std::function<void()>> pending_;
 };
 
 /// Notes "announce networks"; keeps what happened.

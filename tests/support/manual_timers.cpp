@@ -42,4 +42,8 @@ void ManualTimers::RunUntilIdle() {
   }
 }
 
+std::optional<Timers::Duration> ManualTimers::UntilNext() const {
+  return waiting_.empty() ? std::nullopt : std::optional(waiting_.begin()->first.first - now_);
+}
+
 }  // namespace TALO::Wifid

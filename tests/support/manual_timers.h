@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -27,6 +28,8 @@ class ManualTimers final : public Timers {
   void RunUntilIdle();
 
   std::size_t CountWaiting() const { return waiting_.size(); }
+  /// How long until the next call; nothing where none waits.
+  std::optional<Duration> UntilNext() const;
 
  private:
   using Moment = std::pair<Duration, Id>;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -59,6 +60,16 @@ TEST_F(ManualTimersTest, WhatIsCancelledIsNotCalled) {
   EXPECT_EQ(1U, timers_.CountWaiting());
   timers_.RunUntilIdle();
   EXPECT_EQ((Notes{"10 kept"}), notes_);
+}
+
+TEST_F(ManualTimersTest, TellsHowLongItIsUntilTheNextCall) {
+  EXPECT_EQ(std::nullopt, timers_.UntilNext());
+  timers_.After(Milliseconds(20), Note("late"));
+  timers_.After(Milliseconds(10), Note("early"));
+  timers_.Advance(Milliseconds(5));
+  EXPECT_EQ(Milliseconds(5), timers_.UntilNext());
+  timers_.Advance(Milliseconds(7));
+  EXPECT_EQ(Milliseconds(8), timers_.UntilNext());
 }
 
 TEST_F(ManualTimersTest, RunsUntilNothingWaits) {

@@ -9,7 +9,6 @@ namespace TALO::Wifid {
 
 namespace {
 
-using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr std::int64_t kMonday = 4 * 24 * 60 * 60;  // 5 January 1970, 00:00
@@ -42,10 +41,10 @@ class ScheduleKeepers : public EngineTest {
 
 TEST_F(ScheduleKeepers, SleepWhereThereIsNoSchedule) {
   StartAt(kMonday, {});
-  EXPECT_EQ(timers_.Pending(), 0U);
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
   clock_.Set(kMonday + 7);
   driver_.FinishAll();
-  EXPECT_EQ(timers_.Pending(), 0U);
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
   EXPECT_EQ(TakeJournal(), Journal{});
 }
 
@@ -56,7 +55,7 @@ TEST_F(ScheduleKeepers, SwitchOffWhenTheTimeIsOverAndSleepThen) {
   EXPECT_EQ(TakeJournal(), Journal{});
   Pass(seconds(1));
   EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
-  EXPECT_EQ(timers_.Pending(), 0U);
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
 }
 
 TEST_F(ScheduleKeepers, SwitchOnAndOffWeekAfterWeek) {
@@ -79,7 +78,7 @@ TEST_F(ScheduleKeepers, WakeForTheEarliestOfSeveral) {
   StartAt(kMonday, {{Band2_4GHz, ScheduleMode::ValidFor, kMonday + 90, {}},
                     {Band5GHz_1, ScheduleMode::ValidFor, kMonday + 30, {}},
                     {Band5GHz_2, ScheduleMode::ValidFor, kMonday + 90, {}}});
-  EXPECT_EQ(timers_.Pending(), 1U);
+  EXPECT_EQ(timers_.CountWaiting(), 1U);
   Pass(seconds(30));
   EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
   EXPECT_EQ(timers_.UntilNext(), seconds(60));
@@ -102,7 +101,7 @@ TEST_F(ScheduleKeepers, EvaluateWhenTheClockIsSet) {
   clock_.Set(kMonday + 1000);
   driver_.FinishAll();
   EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
-  EXPECT_EQ(timers_.Pending(), 0U);
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
   // And back again.
   clock_.Set(kMonday + 50);
   driver_.FinishAll();
@@ -116,7 +115,7 @@ TEST_F(ScheduleKeepers, ArmOneTimerHoweverOftenTheyLook) {
   clock_.Set(kMonday + 20);
   clock_.Set(kMonday + 30);
   driver_.FinishAll();
-  EXPECT_EQ(timers_.Pending(), 1U);
+  EXPECT_EQ(timers_.CountWaiting(), 1U);
   EXPECT_EQ(timers_.UntilNext(), seconds(30));
 }
 
@@ -146,26 +145,9 @@ TEST_F(ScheduleKeepers, SayThatARadioDidNotSwitchAndGoOn) {
 TEST_F(ScheduleKeepers, LeaveNothingBehind) {
   StartAt(kMonday, {{Band5GHz_1, ScheduleMode::ValidFor, kMonday + 60, {}}});
   keeper_.reset();
-  EXPECT_EQ(timers_.Pending(), 0U);
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
   clock_.Set(kMonday + 100);
   EXPECT_FALSE(driver_.IsBusy());
-}
-
-TEST(ManualTimers, CallInTheOrderOfTheirTimesAndWhatTheyAddToo) {
-  ManualTimers timers;
-  std::vector<int> called;
-  const auto note = [&](int number) { return [&called, number] { called.push_back(number); }; };
-  timers.After(milliseconds(20), note(3));
-  timers.After(milliseconds(10), note(1));
-  timers.After(milliseconds(10), [&] {
-    called.push_back(2);
-    timers.After(milliseconds(5), note(4));
-  });
-  const auto cancelled = timers.After(milliseconds(1), note(5));
-  timers.Cancel(cancelled);
-  timers.Advance(milliseconds(15));
-  EXPECT_EQ(called, (std::vector<int>{1, 2, 4}));
-  EXPECT_EQ(timers.UntilNext(), milliseconds(5));
 }
 
 }  // namespace

@@ -144,7 +144,7 @@ TEST_F(Services, SetAScheduleAndWakeForIt) {
   clock_.now += 60;
   EXPECT_EQ(ErrorOfCall<&WifiClientForTool::UpdateSchedule>(ScheduleMode::ValidFor), "none");
   EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
-  EXPECT_EQ(timers_.Pending(), 0U);
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
   EXPECT_EQ(ErrorOfCall<&WifiClientForTool::UpdateSchedule>(ScheduleMode::Error),
             "com.talo.Wifi1.Error.InvalidArgument: the schedule mode Error does not exist");
 }
