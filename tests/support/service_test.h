@@ -1,13 +1,12 @@
 #pragma once
 
-#include "bus/operations.h"
 #include "daemon/service/service.h"
 #include "support/bus_pair.h"
 #include "support/engine_test.h"
+#include "support/operation_calls.h"
 
-#include <stdexcept>
+#include <cstdint>
 #include <string>
-#include <tuple>
 #include <variant>
 
 namespace TALO::Wifid {
@@ -27,10 +26,7 @@ class ServiceTest : public EngineTest {
 
   template <auto Method, typename... Arguments>
   std::uint64_t Send(const Arguments&... arguments) {
-    namespace Bus = Wifi::Bus;
-    const Bus::Message call = pair_.NewCall(Bus::InterfaceOf<Method>::name.text, Bus::NameOf<Method>());
-    Bus::MethodTraits<Method>::ArgumentsCodec::Append(call.get(), arguments...);
-    return pair_.Send(call.get());
+    return SendCall<Method>(pair_, arguments...);
   }
 
   sd_bus_message* Settle(std::uint64_t cookie) {
@@ -48,11 +44,7 @@ class ServiceTest : public EngineTest {
   /// The value of the answer.
   template <auto Method, typename... Arguments>
   auto Value(const Arguments&... arguments) {
-    sd_bus_message* answer = Settle(Send<Method>(arguments...));
-    if (ErrorOf(answer) != "none") {
-      throw std::runtime_error(ErrorOf(answer));
-    }
-    return Wifi::Bus::MethodTraits<Method>::ResultCodec::Read(answer);
+    return ValueOfAnswer<Method>(Settle(Send<Method>(arguments...)));
   }
 
   WPSSessions wps_{*engine_};

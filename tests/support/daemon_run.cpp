@@ -1,0 +1,82 @@
+#include "support/daemon_run.h"
+
+#include "daemon/model/first_state.h"
+
+#include <stdexcept>
+#include <variant>
+
+namespace TALO::Wifid {
+
+DaemonRun::DaemonRun(World& world)
+    : world_(world),
+      driver_(SupportedModel::Cedar300, world.scenario, world.timers),
+      store_(world.directory / "state"),
+      engine_({store_, driver_, world.clock, world.calendar, announcer_, log_}, Load()),
+      schedules_(engine_, world.timers),
+      service_({engine_, wps_, schedules_, random_, log_, "br0"}) {
+  driver_.SetEventSink([this](const RadioEvent& event) {
+    if (const auto* finished = std::get_if<WPSFinished>(&event)) {
+      wps_.Finished(*finished);
+    }
+    announcer_.Happened(event);
+  });
+  announcer_.Attach(pair_.Server());
+  service_.Attach(pair_.Server());
+  bool started = false;
+  engine_.Start([&] {
+    schedules_.Rearm();
+    started = true;
+  });
+  while (!started && world_.timers.RunNext()) {
+  }
+  EXPECT_TRUE(started);
+}
+
+State DaemonRun::Load() {
+  const auto stored = store_.Load();
+  if (!stored.Succeeded()) {
+    throw std::runtime_error(stored.Why().sentence);
+  }
+  return stored.Value() ? AdaptToRadios(*stored.Value(), driver_.GetCapabilities())
+                        : MakeFirstState(driver_.GetCapabilities(), CountryCode::DE);
+}
+
+sd_bus_message* DaemonRun::Settle(std::uint64_t cookie) {
+  pair_.RunUntilQuiet();
+  while (pair_.CountAnswers(cookie) == 0 && world_.timers.RunNext()) {
+    pair_.RunUntilQuiet();
+  }
+  return pair_.WaitForAnswer(cookie);
+}
+
+void DaemonRun::CreateHome() {
+  const Wifi::NetworkCreateInfo home{"Home", "Home", "correct-horse"};
+  EXPECT_EQ(ErrorOfCall<&Wifi::WifiClient::CreateNetwork>(home), "none");
+}
+
+std::string DaemonRun::InterfacesUp() {
+  std::string up;
+  for (const auto& radio : Value<&Wifi::WifiClient::GetRadioIfStatuses>()) {
+    for (const std::string& interface : radio.enabledInterfaces) {
+      up += interface + " ";
+    }
+  }
+  return up;
+}
+
+std::vector<std::string> DaemonRun::FinishedWPS() {
+  pair_.RunUntilQuiet();
+  std::vector<std::string> finished;
+  for (sd_bus_message* signal : pair_.Signals()) {
+    if (sd_bus_message_is_signal(signal, nullptr, "WPSFinished") > 0) {
+      const char* interface = nullptr;
+      const char* outcome = nullptr;
+      Wifi::Bus::CheckMessage(sd_bus_message_rewind(signal, 1));
+      Wifi::Bus::CheckMessage(sd_bus_message_read(signal, "ss", &interface, &outcome));
+      finished.push_back(std::string(interface) + " " + outcome);
+    }
+  }
+  return finished;
+}
+
+}  // namespace TALO::Wifid
