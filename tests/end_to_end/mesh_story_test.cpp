@@ -182,6 +182,19 @@ TEST_F(MeshStory, TheModelsOfTheMeshDecideWhichBandsAreAskedFor) {
             Refusal("the model Error does not exist: Invalid argument"));
 }
 
+TEST_F(MeshStory, ARouterIsToAdjustWhileARadioThatItWantsIsDown) {
+  StartStory(R"("faults": {"apply": [{"radio": "Band5GHz_1", "reason": "the firmware does not answer"}]})",
+             {"--model", "Alder100"});
+  ExpectNow({"isWifiAdjustNeeded"}, "yes\n");
+  const std::string statuses = RunTool({"getRadioStatusesSimple"}).output;
+  EXPECT_NE(statuses.find("\"radio\" : \"Band5GHz_1\",\n\t\t\"up\" : false\n"), std::string::npos)
+      << statuses;
+  EXPECT_EQ(RunTool({"getScanResults", "--radio", "Band5GHz_1"}),
+            Refusal("the radio Band5GHz_1 is not up: Radio failed"));
+  Do({"restartNetworks", "--force", "0"});
+  ExpectNow({"isWifiAdjustNeeded"}, "no\n");
+}
+
 TEST_F(MeshStory, ARepeaterIsToAdjustUntilItIsOnItsParentsChannel) {
   ExpectNow({"isWifiAdjustNeeded"}, "no\n");
   Do({"modifyBackhaulSTA", "--enable", "1", "--ssid", "Mesh", "--password", "mesh-backhaul"});

@@ -1,7 +1,12 @@
 // Schedules switch networks off and on.
 
+#include "support/descriptors.h"
 #include "support/story_test.h"
 
+#include <poll.h>
+#include <sys/timerfd.h>
+
+#include <csignal>
 #include <ctime>
 #include <regex>
 
@@ -17,6 +22,18 @@ int MinuteOfWeek() {
   return ((parts.tm_wday + 6) % 7 * 24 + parts.tm_hour) * 60 + parts.tm_min;
 }
 
+/// Waits until the machine's clock shows this time.
+void WaitUntil(std::time_t time) {
+  const Descriptor timer = Opened(timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC), "no timer can be made");
+  itimerspec due{};
+  due.it_value.tv_sec = time;
+  if (timerfd_settime(timer.Get(), TFD_TIMER_ABSTIME, &due, nullptr) != 0) {
+    ThrowErrno("a timer cannot be set");
+  }
+  pollfd ready{timer.Get(), POLLIN, 0};
+  ASSERT_EQ(poll(&ready, 1, Deadline().ForPoll()), 1);
+}
+
 using Wifi::NetworkSchedule;
 using Wifi::Util::RadioFrequency;
 using Wifi::Util::ScheduleMode;
@@ -24,10 +41,14 @@ using Wifi::Util::ScheduleMode;
 class SchedulesStory : public StoryTest {
  protected:
   SchedulesStory() {
-    StartStory(R"("devices": [
-      {"address": "0a:00:00:00:00:01", "knows": [{"ssid": "Home", "passphrase": "correct-horse"}]}])");
+    StartWithPhone();
     CreateNetwork("Home", 1);
     CreateNetwork("Guests", 2);
+  }
+
+  void StartWithPhone() {
+    StartStory(R"("devices": [
+      {"address": "0a:00:00:00:00:01", "knows": [{"ssid": "Home", "passphrase": "correct-horse"}]}])");
   }
 
   void SetSchedule(const NetworkSchedule& schedule) { Call<&Wifi::WifiClient::SetSchedule>(schedule); }
@@ -82,6 +103,52 @@ TEST_F(SchedulesStory, ANetworkIsOffOutsideItsWindowsAndOnInsideThem) {
   const int farAway = (MinuteOfWeek() + 5040) % 10080;
   SetSchedule({2, RadioFrequency::SmartConnect, ScheduleMode::Customized, 0, {{farAway, farAway + 1}}});
   ExpectUp("wlan0_1 ", "wlan1_1 ");
+}
+
+TEST_F(SchedulesStory, ANetworkWhoseTimeRunsOutWhileTheDaemonIsAwayStaysOffAfterwards) {
+  SetSchedule({1, RadioFrequency::SmartConnect, ScheduleMode::ValidFor, 2, {}});
+  const std::time_t over = std::time(nullptr) + 2;
+  SetSchedule({2, RadioFrequency::Band5GHz, ScheduleMode::ValidFor, 36'000, {}});
+  EXPECT_EQ(Daemon().Terminate(SIGKILL), -SIGKILL);
+  WaitUntil(over);
+  StartWithPhone();
+  // At once: it was not even on the air when the daemon started.
+  ExpectNow({"getRadioIfStatuses"},
+            "Frequency           Radio Interface     Enabled Wifi Interfaces\n"
+            "Band2_4GHz          wlan0               wlan0_2 \n"
+            "Band5GHz            wlan1               wlan1_2 \n");
+  const std::string status = RunTool({"getScheduleStatus"}).output;
+  EXPECT_TRUE(std::regex_match(
+      status, std::regex("ID: 1\n\tBand2_4GHz: -1\n\tBand5GHz: -1\nID: 2\n\tBand5GHz: 3[0-9]{4}\n")))
+      << status;
+  ExpectNow({"getDevices"}, "[]\n\n");
+}
+
+TEST_F(SchedulesStory, NetworksAreWhereTheirWindowsWantThemAfterARestart) {
+  const int farAway = (MinuteOfWeek() + 5040) % 10080;
+  std::vector<Wifi::ScheduleWindow> allButThat = {{0, farAway}, {farAway + 1, 10080}};
+  std::erase_if(allButThat, [](const Wifi::ScheduleWindow& window) { return window.start == window.end; });
+  SetSchedule({1, RadioFrequency::SmartConnect, ScheduleMode::Customized, 0, allButThat});
+  SetSchedule({2, RadioFrequency::SmartConnect, ScheduleMode::Customized, 0, {{farAway, farAway + 1}}});
+  const auto expect = [this] {
+    ExpectNow({"getRadioIfStatuses"},
+              "Frequency           Radio Interface     Enabled Wifi Interfaces\n"
+              "Band2_4GHz          wlan0               wlan0_1 \n"
+              "Band5GHz            wlan1               wlan1_1 \n");
+    // Both switch when that minute comes: in half a week.
+    const std::string status = RunTool({"getScheduleStatus"}).output;
+    EXPECT_TRUE(std::regex_match(
+        status,
+        std::regex("ID: 1\n\tBand2_4GHz: ((?:29|30)[0-9]{4})\n\tBand5GHz: \\1\nID: 2\n\tBand2_4GHz: \\1\n"
+                   "\tBand5GHz: \\1\n")))
+        << status;
+  };
+  expect();
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  SignalLog signals(Address());
+  StartWithPhone();
+  expect();
+  signals.WaitFor("StationConnected 0a:00:00:00:00:01 1 wlan1_1");
 }
 
 TEST_F(SchedulesStory, UpdatesOfEitherModeLeaveNetworksWhereTheClockWantsThem) {

@@ -58,6 +58,26 @@ TEST_F(SlowOperationsStory, QuestionsAreAnsweredDuringARestart) {
   });
 }
 
+// A change of every radio, too: who joins keeps no radio from others.
+TEST_F(SlowOperationsStory, EverybodyIsAnsweredDuringAJoin) {
+  StartStory(R"("neighbours": [{"ssid": "Uplink", "bssid": "06:10:00:00:00:01", "channel": 6,
+                                "passphrase": "uplink-password"}])",
+             {"--model", "Cedar300"}, R"("joinMilliseconds": 600000)");
+  const auto isConnecting = [](const std::string& statuses) {
+    return statuses.find(
+               "\"radio\" : \"Band2_4GHz\",\n\t\t\"reason\" : \"\",\n\t\t\"signal\" : 0,\n"
+               "\t\t\"state\" : \"connecting\",\n") != std::string::npos;
+  };
+  Do({"modifyStation", "--enable", "1", "--radio", "Band2_4GHz", "--essid", "Uplink", "--user", "",
+      "--password", "uplink-password", "--bssid", "00:00:00:00:00:00", "--securityMode", "PersonalWPA2"});
+  EXPECT_PRED1(isConnecting, RunToolUntil({"getStationStatuses"}, isConnecting).output);
+  ExpectNow({"getDevices"}, "[]\n\n");
+  CreateNetwork("Home", 1);
+  Do({"setCountryCode", "--country", "FR"});
+  Do({"restartNetworks", "--force", "0"});
+  EXPECT_PRED1(isConnecting, RunTool({"getStationStatuses"}).output);
+}
+
 }  // namespace
 
 }  // namespace TALO::EndToEnd

@@ -88,7 +88,7 @@ class DaemonRun {
   sd_bus_message* Settle(std::uint64_t cookie);
 
   World& world_;
-  Log log_{Severity::Error};
+  Log log_{Severity::Critical};
   FakeRandom random_;
   BusAnnouncer announcer_{log_};
   SimulatedDriver driver_;

@@ -3,6 +3,7 @@
 #include "support/files.h"
 
 #include <algorithm>
+#include <csignal>
 #include <iterator>
 #include <regex>
 #include <sstream>
@@ -86,14 +87,30 @@ std::vector<std::string> SignalLog::Get(const std::string& beginning) {
 
 void StoryTest::StartStory(const std::string& members, const std::vector<std::string>& options,
                            const std::string& timings) {
+  std::string all = timings;
+  for (const std::string name :
+       {"applyMilliseconds", "bssMilliseconds", "joinMilliseconds", "scanMilliseconds"}) {
+    if (timings.find(name) == std::string::npos) {
+      all += (all.empty() ? "\"" : ", \"") + name + "\": 5";
+    }
+  }
   const std::string file = Path("scenario.json");
-  WriteFile(file, "{" + members + (members.empty() ? "" : ",") +
-                      R"("timings": {"applyMilliseconds": 5, "bssMilliseconds": 5, "joinMilliseconds": 5)" +
-                      (timings.empty() ? R"(, "scanMilliseconds": 5)" : ", " + timings) + "}}");
+  WriteFile(file, "{" + members + (members.empty() ? "" : ",") + "\"timings\": {" + all + "}}");
   DaemonSetup setup;
   setup.options.insert(setup.options.end(), {"--scenario", file});
   setup.options.insert(setup.options.end(), options.begin(), options.end());
   StartDaemon(setup);
+}
+
+void StoryTest::EditState(const std::vector<std::pair<std::string, std::string>>& replacements) {
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  std::string state = ReadFile(StateFile());
+  for (const auto& [from, to] : replacements) {
+    const std::size_t at = state.find(from);
+    ASSERT_NE(at, std::string::npos) << from << " in " << state;
+    state.replace(at, from.size(), to);
+  }
+  WriteFile(StateFile(), state);
 }
 
 ToolRun StoryTest::RunToolUntil(const Words& words,

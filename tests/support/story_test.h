@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TALO::EndToEnd {
@@ -41,10 +42,14 @@ class SignalLog {
 /// A daemon at debug level whose radios live in a scenario where nothing takes long.
 class StoryTest : public EndToEndTest {
  protected:
-  /// Starts it with the members of a scenario, beside "timings", and with more options.
+  /// Starts it with the members of a scenario, beside "timings", and with more options. `timings` are those
+  /// that do take long, as in `"scanMilliseconds": 60000`.
   void StartStory(const std::string& members,
                   const std::vector<std::string>& options = {"--model", "Cedar300"},
                   const std::string& timings = "");
+
+  /// Ends the daemon and puts the second of each pair of texts in place of the first in what it stored.
+  void EditState(const std::vector<std::pair<std::string, std::string>>& replacements);
 
   /// Runs the tool again and again until `holds` accepts what it prints, and returns the last run, which it
   /// does not accept once the deadline has passed.

@@ -121,6 +121,52 @@ TEST_F(BackhaulOverTime, ANodeThatMayNotLookJoinsNobody) {
   EXPECT_EQ(Parent(), "");
 }
 
+class RadiosOverTime : public testing::Test {
+ protected:
+  static Scenario ANewNeighbour() {
+    Scenario scenario;
+    scenario.neighbours = {MakeAccessPoint(1, "Miller", 1, -70), MakeAccessPoint(2, "Camper", 6, -60)};
+    scenario.neighbours[1].appearsAt = 5;
+    scenario.faults.apply = {{RadioFrequency::Band5GHz, 1, 1, "the firmware does not answer", std::nullopt}};
+    return scenario;
+  }
+
+  /// As in "Miller 0" for one that was heard just now.
+  static std::vector<std::string> Heard(DaemonRun& daemon) {
+    std::vector<std::string> heard;
+    for (const auto& each : daemon.Value<&WifiClient::GetScanResults>(RadioFrequency::Band2_4GHz)) {
+      heard.push_back(each.ssid + " " + std::to_string(each.age));
+    }
+    return heard;
+  }
+
+  World world_{0, Greenwich(), ANewNeighbour()};
+};
+
+TEST_F(RadiosOverTime, WhatWasHeardIsToldAgainFor10Seconds) {
+  DaemonRun daemon(world_);
+  EXPECT_EQ(Heard(daemon), std::vector<std::string>{"Miller 0"});
+  world_.timers.Advance(seconds(10));
+  EXPECT_EQ(Heard(daemon), std::vector<std::string>{"Miller 10"});
+  world_.timers.Advance(milliseconds(1));
+  EXPECT_EQ(Heard(daemon), (std::vector<std::string>{"Camper 0", "Miller 0"}));
+}
+
+// The first plan of the radio is that of the start.
+TEST_F(RadiosOverTime, ANetworkThatARadioFailedToCarryIsNotThereAfterARestartEither) {
+  const Wifi::NetworkCreateInfo home{"Home", "Home", "correct-horse"};
+  {
+    DaemonRun daemon(world_);
+    EXPECT_EQ(daemon.ErrorOfCall<&WifiClient::CreateNetwork>(home),
+              "com.talo.Wifi1.Error.RadioFailed: the radio Band5GHz cannot be set up: the firmware does not "
+              "answer");
+    EXPECT_EQ(daemon.InterfacesUp(), "");
+  }
+  DaemonRun daemon(world_);
+  EXPECT_EQ(daemon.Value<&WifiClient::GetNetworkSettings>(), std::vector<Wifi::NetworkSetting>{});
+  EXPECT_EQ(daemon.InterfacesUp(), "");
+}
+
 }  // namespace
 
 }  // namespace TALO::Wifid
