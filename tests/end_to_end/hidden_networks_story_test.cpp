@@ -6,7 +6,9 @@ namespace TALO::EndToEnd {
 
 namespace {
 
-TEST_F(StoryTest, AHiddenNetworkLetsWhoKnowsItInAndNobodyByWPS) {
+class HiddenNetworksStory : public StoryTest {};
+
+TEST_F(HiddenNetworksStory, AHiddenNetworkLetsWhoKnowsItInAndNobodyByWPS) {
   const char* devices = R"("devices": [
     {"address": "0a:00:00:00:00:01", "knows": [{"ssid": "Home", "passphrase": "correct-horse"}]},
     {"address": "0a:00:00:00:00:02", "bands": ["Band2_4GHz"], "pressesAfter": 0}])";

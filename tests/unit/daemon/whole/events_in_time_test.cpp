@@ -127,8 +127,13 @@ class RadiosOverTime : public testing::Test {
     Scenario scenario;
     scenario.neighbours = {MakeAccessPoint(1, "Miller", 1, -70), MakeAccessPoint(2, "Camper", 6, -60)};
     scenario.neighbours[1].appearsAt = 5;
-    scenario.faults.apply = {{RadioFrequency::Band5GHz, 1, 1, "the firmware does not answer", std::nullopt}};
     return scenario;
+  }
+
+  /// From now on the 5 GHz radio fails once, behind so many plans that it takes.
+  void FailBehind(int plans) {
+    world_.scenario.faults.apply = {
+        {RadioFrequency::Band5GHz, plans, 1, "the firmware does not answer", std::nullopt}};
   }
 
   /// As in "Miller 0" for one that was heard just now.
@@ -155,6 +160,7 @@ TEST_F(RadiosOverTime, WhatWasHeardIsToldAgainFor10Seconds) {
 // The first plan of the radio is that of the start.
 TEST_F(RadiosOverTime, ANetworkThatARadioFailedToCarryIsNotThereAfterARestartEither) {
   const Wifi::NetworkCreateInfo home{"Home", "Home", "correct-horse"};
+  FailBehind(1);
   {
     DaemonRun daemon(world_);
     EXPECT_EQ(daemon.ErrorOfCall<&WifiClient::CreateNetwork>(home),
@@ -165,6 +171,22 @@ TEST_F(RadiosOverTime, ANetworkThatARadioFailedToCarryIsNotThereAfterARestartEit
   DaemonRun daemon(world_);
   EXPECT_EQ(daemon.Value<&WifiClient::GetNetworkSettings>(), std::vector<Wifi::NetworkSetting>{});
   EXPECT_EQ(daemon.InterfacesUp(), "");
+}
+
+// The radio takes the plans of the start, of Home, and of Home off the air; not that of Home on again.
+TEST_F(RadiosOverTime, ANetworkThatARadioFailedToSwitchOnIsOnOnceSchedulesAreUpdated) {
+  FailBehind(3);
+  DaemonRun daemon(world_);
+  daemon.CreateHome();
+  // On from 01:00 on; the world's time begins on a Thursday.
+  const Wifi::NetworkSchedule schedule{
+      1, RadioFrequency::SmartConnect, ScheduleMode::Customized, 0, {{3 * 1'440 + 60, 4 * 1'440}}};
+  EXPECT_EQ(daemon.ErrorOfCall<&WifiClient::SetSchedule>(schedule), "none");
+  EXPECT_EQ(daemon.InterfacesUp(), "");
+  world_.PassUntil(3'601);
+  EXPECT_EQ(daemon.InterfacesUp(), "wlan0_1 ");
+  EXPECT_EQ(daemon.ErrorOfCall<&Wifi::WifiClientForTool::UpdateSchedule>(ScheduleMode::Customized), "none");
+  EXPECT_EQ(daemon.InterfacesUp(), "wlan0_1 wlan1_1 ");
 }
 
 }  // namespace
