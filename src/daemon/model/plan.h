@@ -22,20 +22,22 @@ struct AccessPlan {
 
 /// One BSS as it is wanted in the air.
 struct BSSPlan {
-  int networkId = 0;  ///< kBackhaulNetworkId for the backhaul's
-  std::string interface;
-  Wifi::Util::MACAddress bssid;
-  std::string ssid;
+  int networkId = 0;             ///< kBackhaulNetworkId for the backhaul's
+  std::string interface;         ///< the BSS's own from plan to plan; the driver makes and removes it
+  Wifi::Util::MACAddress bssid;  ///< of the radio's block, see RadioCapability
+  std::string ssid;              ///< raw bytes
   bool hidden = false;
   SecurityMode securityMode = SecurityMode::Error;
-  std::string passphrase;
-  std::string bridge;
+  std::string passphrase;  ///< empty for modes that have none
+  std::string bridge;      ///< where its stations' traffic goes; empty where the driver decides, see below
   AccessPlan access;
 
   bool operator==(const BSSPlan&) const = default;
 };
 
-/// Stands for the backhaul access point, which is no network.
+/// Stands for the backhaul access point, which is no network. Other nodes join it with all that is behind
+/// them, that is in 4-address mode. Their traffic goes to the bridge that new networks get, which the state
+/// does not hold: a driver that carries traffic is told of it when it is made.
 inline constexpr int kBackhaulNetworkId = 0;
 
 /// The upstream access point that a radio's station is to join.
@@ -50,7 +52,8 @@ struct StationPlan {
   bool operator==(const StationPlan&) const = default;
 };
 
-/// The parent that a radio's backhaul station is to join.
+/// The parent that a radio's backhaul station is to join, with WPA2 personal and in 4-address mode. Its
+/// traffic goes where that of the backhaul access point does.
 struct BackhaulStationPlan {
   std::string interface;
   std::string ssid;
@@ -64,14 +67,14 @@ struct BackhaulStationPlan {
 struct RadioPlan {
   RadioFrequency radio = RadioFrequency::Error;
   bool enable = false;
-  int channel = 0;
-  int channelWidth = 0;
-  int transmitPower = 0;
+  int channel = 0;        ///< or kAutomaticChannel: one that the country allows, kept until it does not
+  int channelWidth = 0;   ///< MHz at most, 0 for the radio's widest; less where radio or country lack room
+  int transmitPower = 0;  ///< percent of what the country allows
   CountryCode country = CountryCode::MaxCountryCode;
   std::vector<BSSPlan> bsss;  ///< the backhaul's first, then in the order of the networks' IDs
   std::optional<StationPlan> station;
   std::optional<BackhaulStationPlan> backhaulStation;
-  Wifi::MACFilterGlobal broadcastLimit;
+  Wifi::MACFilterGlobal broadcastLimit;  ///< for each of its devices by itself
 
   bool operator==(const RadioPlan&) const = default;
 };

@@ -18,7 +18,7 @@ namespace TALO::Wifid {
 /// What applying a plan may leave alone.
 enum class ApplyMode {
   WhatDiffers,  ///< the smallest change: what is as planned is not touched, and keeps its stations
-  Everything,   ///< every BSS goes down and comes up again
+  Everything,   ///< every BSS goes down and comes up again; upstream connections stay
 };
 
 /// The door to the radios. Every operation returns at once. One that takes time calls `done` later, on the
@@ -49,10 +49,26 @@ class RadioDriver {
 
   /// Brings one radio to its plan. On success all BSSs are as planned; stations and the radio's own upstream
   /// connections follow in the background. On failure the radio may be anywhere between, and the caller
-  /// applies the plan before; BSSs that both plans have alike were not touched, unless settings of the radio
-  /// as a whole differ (channel, width, country, enable), which take all of it down and up. A plan that the
-  /// radio cannot carry out (a channel it does not have, a bridge that does not exist) fails before anything
-  /// is touched.
+  /// applies the plan before; BSSs that both plans have alike were not touched, unless all of the radio had
+  /// to go down. A plan that the radio cannot carry out (a channel that it does not have or that the country
+  /// does not allow, a bridge that does not exist) fails before anything is touched.
+  ///
+  /// The smallest change follows from what differs between this plan and what the radio reached last:
+  /// - channel, channelWidth, enable: the whole radio goes down and up;
+  /// - country: the same where it does not allow the channel in use, or gives it another width; else nobody
+  ///   notices;
+  /// - transmitPower, broadcastLimit, station, backhaulStation: no station of any BSS notices;
+  /// - of a BSS, which its interface identifies, networkId, bssid, ssid, securityMode: it goes down and up;
+  /// - its passphrase: it stays up and drops whoever used the old one, and nobody returns by a key that is
+  ///   still cached;
+  /// - its access: it drops those whom it does not admit any more;
+  /// - its hidden or bridge: nobody notices;
+  /// - BSSs that are new or gone come up and go down beside the others.
+  /// So no change of one BSS drops a station of another.
+  ///
+  /// The country may be one for all radios of a machine. Whoever changes it applies every radio's plan, and a
+  /// driver sets it before anything else of the first plan that has it, asks anew which channels there are,
+  /// and lets the radios whose plan is still to come go on as they are.
   virtual void Apply(const RadioPlan& plan, ApplyMode mode, Done done) = 0;
 
   /// What is in the air now, one entry a radio in the order of the capabilities.

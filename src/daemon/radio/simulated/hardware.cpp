@@ -1,6 +1,7 @@
 #include "daemon/radio/simulated/hardware.h"
 
 #include "client/bytes.h"
+#include "daemon/model/country.h"
 
 #include <algorithm>
 #include <string>
@@ -87,6 +88,26 @@ std::optional<RadioFrequency> RadioMeant(const Capabilities& capabilities, Radio
         radios, [named](const RadioCapability& radio) { return IsSameBand(radio.radio, named); });
   }
   return found != radios.end() ? std::optional(found->radio) : std::nullopt;
+}
+
+int WidthOn(int channel, int width, const RadioCapability& radio, CountryCode country) {
+  constexpr int kNarrowest = 20;
+  const std::vector<int> usable = UsableChannels(country, radio);
+  int widest = width != 0 ? width : radio.maximumChannelWidth;
+  const auto fits = [&] {
+    // The middles of the 20 MHz channels that it is made of.
+    const auto [low, high] = SpanOf(channel, widest);
+    for (int part = low + 2; part < high; part += 4) {
+      if (!std::ranges::binary_search(usable, part)) {
+        return false;
+      }
+    }
+    return true;
+  };
+  while (widest > kNarrowest && !fits()) {
+    widest /= 2;
+  }
+  return widest;
 }
 
 bool DoOverlap(int channel, int width, int otherChannel, int otherWidth) {

@@ -19,6 +19,10 @@ bool IsSameBand(RadioFrequency a, RadioFrequency b);
 /// The radio that a scenario means: the one of that name, else the first of the same band.
 std::optional<RadioFrequency> RadioMeant(const Capabilities& capabilities, RadioFrequency named);
 
+/// The width that a radio has on a channel when it wants `width`, 0 standing for its widest: as much of it as
+/// the radio and the country have around the channel, 20 MHz at least.
+int WidthOn(int channel, int width, const RadioCapability& radio, CountryCode country);
+
 /// Whether transmissions on one channel disturb the other.
 bool DoOverlap(int channel, int width, int otherChannel, int otherWidth);
 

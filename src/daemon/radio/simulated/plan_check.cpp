@@ -1,5 +1,6 @@
 #include "daemon/radio/simulated/plan_check.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/text.h"
 #include "daemon/model/validation.h"
 
@@ -29,8 +30,18 @@ Result<void> CheckPlan(const RadioPlan& plan, const RadioCapability& radio,
                        const std::set<std::string>& bridges) {
   const std::string name = "the radio " + NameOrNumber(radio.radio);
   const auto failed = [](const std::string& sentence) { return Refusal{ErrorCode::RadioFailed, sentence}; };
-  if (plan.channel != 0 && std::ranges::find(radio.channels, plan.channel) == radio.channels.end()) {
+  if (plan.channel != kAutomaticChannel &&
+      std::ranges::find(radio.channels, plan.channel) == radio.channels.end()) {
     return failed(name + " has no channel " + std::to_string(plan.channel));
+  }
+  if (plan.enable) {
+    const std::vector<int> usable = UsableChannels(plan.country, radio);
+    if (usable.empty() ||
+        (plan.channel != kAutomaticChannel && !std::ranges::binary_search(usable, plan.channel))) {
+      return failed(name + " may not use " +
+                    (usable.empty() ? "any channel" : "channel " + std::to_string(plan.channel)) +
+                    " in the country " + NameOrNumber(plan.country));
+    }
   }
   constexpr std::array<int, 5> kWidths = {0, 20, 40, 80, 160};
   if (std::ranges::find(kWidths, plan.channelWidth) == kWidths.end() ||

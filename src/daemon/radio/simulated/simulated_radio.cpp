@@ -1,6 +1,8 @@
 #include "daemon/radio/simulated/simulated_radio.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/text.h"
+#include "daemon/radio/simulated/hardware.h"
 #include "daemon/radio/simulated/security.h"
 
 #include <algorithm>
@@ -73,7 +75,9 @@ bool SimulatedRadio::IsAsPlanned(const RadioPlan& plan) const {
 
 bool SimulatedRadio::NeedsRestart(const RadioPlan& plan) const {
   return !up_ || !plan.enable || !plan_ || plan_->channel != plan.channel ||
-         plan_->channelWidth != plan.channelWidth || plan_->country != plan.country;
+         plan_->channelWidth != plan.channelWidth ||
+         !std::ranges::binary_search(UsableChannels(plan.country, capability_), channel_) ||
+         WidthOn(channel_, plan.channelWidth, capability_, plan.country) != channelWidth_;
 }
 
 void SimulatedRadio::MakeWay(const RadioPlan& plan, ApplyMode mode) {
@@ -146,8 +150,8 @@ void SimulatedRadio::BringUp() {
     bss.up = true;
   }
   if (!std::exchange(up_, true)) {
-    channelWidth_ = plan_->channelWidth != 0 ? plan_->channelWidth : capability_.maximumChannelWidth;
-    channel_ = plan_->channel != 0 ? plan_->channel : ChooseChannel();
+    channel_ = plan_->channel != kAutomaticChannel ? plan_->channel : ChooseChannel();
+    channelWidth_ = WidthOn(channel_, plan_->channelWidth, capability_, plan_->country);
     surroundings_.emit(RadioStateChanged{capability_.radio, true});
   }
   SettleUpstreams();
@@ -161,12 +165,16 @@ void SimulatedRadio::SettleUpstreams() {
   backhaulStation_.Pursue(backhaul ? std::optional(GoalOf(*plan_->backhaulStation)) : std::nullopt);
 }
 
-/// The least disturbed one, the lowest of those. At 2.4 GHz only three do not disturb each other.
+/// The least disturbed one that the country allows, the lowest of those. At 2.4 GHz only three do not disturb
+/// each other.
 int SimulatedRadio::ChooseChannel() const {
-  const std::vector<int> channels =
-      capability_.radio == RadioFrequency::Band2_4GHz ? std::vector<int>{1, 6, 11} : capability_.channels;
-  return *std::ranges::min_element(channels, {},
-                                   [this](int channel) { return air_.CountOn(channel, channelWidth_); });
+  std::vector<int> channels = UsableChannels(plan_->country, capability_);
+  if (capability_.radio == RadioFrequency::Band2_4GHz) {
+    std::erase_if(channels, [](int channel) { return channel != 1 && channel != 6 && channel != 11; });
+  }
+  return *std::ranges::min_element(channels, {}, [this](int channel) {
+    return air_.CountOn(channel, WidthOn(channel, plan_->channelWidth, capability_, plan_->country));
+  });
 }
 
 void SimulatedRadio::Reconnect() {

@@ -219,6 +219,10 @@ TEST_P(DriverConformanceTest, WhatCannotBeFailsAndChangesNothing) {
   const std::vector<std::function<void(RadioPlan&)>> mistakes = {
       [](RadioPlan& bad) { bad.channel = 1000; },
       [](RadioPlan& bad) { bad.channelWidth = 1000; },
+      [](RadioPlan& bad) {
+        bad.channel = 13;
+        bad.country = CountryCode::US;
+      },
       [](RadioPlan& bad) { bad.bsss.front().bridge = "no-such-bridge"; },
       [](RadioPlan& bad) { bad.radio = RadioFrequency::SmartConnect; },
   };

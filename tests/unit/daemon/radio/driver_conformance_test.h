@@ -34,6 +34,13 @@ class DriverConformanceTest : public testing::TestWithParam<DriverFactory> {
   /// The BSSs as live.h has them, all up and without stations.
   static std::vector<LiveBSS> BSSsOf(const RadioPlan& plan);
 
+  /// The radio at a plan with the networks 1 and 4, when the device has joined the latter.
+  RadioPlan Populate(const RadioCapability& radio);
+  /// Those of network 4.
+  std::vector<LiveStation> StationsOf(const RadioCapability& radio);
+  /// The device stays where it is while the radio comes to the plan.
+  void ExpectUndisturbed(const RadioCapability& radio, const RadioPlan& plan);
+
   std::unique_ptr<DriverUnderTest> world_;
   RadioDriver* driver_ = nullptr;
   std::vector<std::string> events_;

@@ -212,7 +212,6 @@ TEST_F(SimulatedApplyTest, SettingsOfTheRadioRestartAllOfIt) {
   const std::vector<std::function<void(RadioPlan&)>> changes = {
       [](RadioPlan& plan) { plan.channel = 11; },
       [](RadioPlan& plan) { plan.channelWidth = 40; },
-      [](RadioPlan& plan) { plan.country = CountryCode::FR; },
   };
   for (const auto& change : changes) {
     Simulation simulation(World());

@@ -34,6 +34,10 @@ class SimulatedDriverUnderTest final : public DriverUnderTest {
       neighbour.passphrase = "millers-secret";
       scenario.neighbours.push_back(neighbour);
     }
+    Device device;
+    device.address = Wifi::Util::MACAddress("0a:00:00:00:00:01");
+    device.knows = {{"Network 4", "correct-horse"}};
+    scenario.devices = {device};
     return scenario;
   }
 

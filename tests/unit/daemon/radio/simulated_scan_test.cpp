@@ -167,14 +167,15 @@ TEST(SimulatedChannelTest, AnAutomaticChannelIsTheLeastDisturbedOne) {
     std::vector<int> neighbours;
     RadioFrequency radio;
     int channel;
+    int width;
   };
   const std::vector<Case> cases = {
-      {{}, kRadio, 1},
-      {{1}, kRadio, 6},
-      {{1, 6}, kRadio, 11},
-      {{1, 6, 11, 11, 11}, kRadio, 1},
-      {{}, RadioFrequency::Band5GHz, 36},
-      {{36, 52, 100}, RadioFrequency::Band5GHz, 116},
+      {{}, kRadio, 1, 40},
+      {{1}, kRadio, 6, 40},
+      {{1, 6}, kRadio, 11, 20},  // the other half would be channel 15
+      {{1, 6, 11, 11, 11}, kRadio, 1, 40},
+      {{}, RadioFrequency::Band5GHz, 36, 80},
+      {{36, 52, 100}, RadioFrequency::Band5GHz, 116, 80},
   };
   for (const Case& entry : cases) {
     Scenario scenario;
@@ -189,7 +190,7 @@ TEST(SimulatedChannelTest, AnAutomaticChannelIsTheLeastDisturbedOne) {
     plan.channelWidth = 0;
     simulation.ApplyNow(plan);
     EXPECT_EQ(entry.channel, simulation.Live(entry.radio).channel);
-    EXPECT_EQ(entry.radio == kRadio ? 40 : 80, simulation.Live(entry.radio).channelWidth);
+    EXPECT_EQ(entry.width, simulation.Live(entry.radio).channelWidth);
   }
 }
 
