@@ -20,7 +20,7 @@ struct MACFilterDevice {
 struct MACFilterGlobal {
   std::vector<MACFilterDevice> devices;  ///< whom it concerns; none listed: every device
   bool enablePreventBroadcast = false;
-  int maximumBroadcast = 0;  ///< frames a second that pass
+  int maximumBroadcast = 0;  ///< frames a second of each device that pass
 
   bool operator==(const MACFilterGlobal&) const = default;
 };

@@ -74,7 +74,7 @@ struct RadioPlan {
   std::vector<BSSPlan> bsss;  ///< the backhaul's first, then in the order of the networks' IDs
   std::optional<StationPlan> station;
   std::optional<BackhaulStationPlan> backhaulStation;
-  Wifi::MACFilterGlobal broadcastLimit;  ///< for each of its devices by itself
+  Wifi::MACFilterGlobal broadcastLimit;  ///< holds for each device by itself
 
   bool operator==(const RadioPlan&) const = default;
 };

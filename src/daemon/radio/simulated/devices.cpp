@@ -23,7 +23,8 @@ Devices::Devices(const Surroundings& surroundings, const Capabilities& capabilit
       findOpenBSSs_(std::move(findOpenBSSs)),
       random_(static_cast<std::uint32_t>(surroundings.scenario.seed)) {
   for (const Device& device : surroundings.scenario.devices) {
-    members_.push_back({&device, device.knows, device.arrivesAt == 0, std::nullopt, std::nullopt});
+    members_.push_back({&device, device.knows, device.arrivesAt == 0, std::nullopt, std::nullopt,
+                        BroadcastMeter(device.broadcastsPerSecond)});
   }
   for (Member& member : members_) {
     PlanTheDay(member);
@@ -117,12 +118,15 @@ std::optional<Devices::Choice> Devices::Choose(const Member& member, const std::
 void Devices::Connect(Member& member, const Choice& choice) {
   member.connection = Connection{choice.bss.plan->interface, choice.bss.plan->networkId, choice.passphrase,
                                  surroundings_.timers.Now(), ++connections_};
+  member.broadcasts.Connect(surroundings_.timers.Now(),
+                            BroadcastMaximum(*choice.bss.broadcastLimit, member.device->address));
   surroundings_.emit(
       StationConnected{member.device->address, member.connection->networkId, member.connection->interface});
 }
 
 void Devices::Disconnect(Member& member, const std::string& reason) {
   if (const auto connection = std::exchange(member.connection, std::nullopt)) {
+    member.broadcasts.Disconnect(surroundings_.timers.Now());
     surroundings_.emit(
         StationDisconnected{member.device->address, connection->networkId, connection->interface, reason});
   }
@@ -131,8 +135,7 @@ void Devices::Disconnect(Member& member, const std::string& reason) {
 void Devices::Drop(const std::string& interface, const std::string& reason, const Which& which) {
   std::vector<Member*> dropped;
   for (Member& member : members_) {
-    if (member.connection && member.connection->interface == interface &&
-        which(member.device->address, member.connection->passphrase)) {
+    if (member.IsOn(interface) && which(member.device->address, member.connection->passphrase)) {
       dropped.push_back(&member);
     }
   }
@@ -143,10 +146,36 @@ void Devices::Drop(const std::string& interface, const std::string& reason, cons
   }
 }
 
+void Devices::LimitBroadcasts(const std::string& interface, const Wifi::MACFilterGlobal& limit) {
+  for (Member& member : members_) {
+    if (member.IsOn(interface)) {
+      member.broadcasts.Limit(surroundings_.timers.Now(), BroadcastMaximum(limit, member.device->address));
+    }
+  }
+}
+
+int Devices::PassingBroadcasts(const std::string& interface) const {
+  int perSecond = 0;
+  for (const Member& member : members_) {
+    perSecond += member.IsOn(interface) ? member.broadcasts.PassingPerSecond() : 0;
+  }
+  return perSecond;
+}
+
+std::map<Wifi::Util::MACAddress, BroadcastCount> Devices::CountBroadcasts() const {
+  std::map<Wifi::Util::MACAddress, BroadcastCount> counts;
+  for (const Member& member : members_) {
+    if (member.device->broadcastsPerSecond > 0) {
+      counts[member.device->address] = member.broadcasts.CountAt(surroundings_.timers.Now());
+    }
+  }
+  return counts;
+}
+
 std::vector<LiveStation> Devices::StationsOf(const std::string& interface) const {
   std::vector<const Member*> connected;
   for (const Member& member : members_) {
-    if (member.connection && member.connection->interface == interface) {
+    if (member.IsOn(interface)) {
       connected.push_back(&member);
     }
   }

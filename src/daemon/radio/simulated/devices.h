@@ -3,9 +3,11 @@
 #include "daemon/model/capabilities.h"
 #include "daemon/model/live.h"
 #include "daemon/model/plan.h"
+#include "daemon/radio/simulated/broadcasts.h"
 #include "daemon/radio/simulated/surroundings.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <random>
 #include <string>
@@ -17,6 +19,7 @@ namespace TALO::Wifid {
 struct OpenBSS {
   RadioFrequency radio = RadioFrequency::Error;
   const BSSPlan* plan = nullptr;
+  const Wifi::MACFilterGlobal* broadcastLimit = nullptr;
 };
 
 /// The scenario's devices: where they are, what they know and which BSS each is connected to.
@@ -36,6 +39,15 @@ class Devices {
 
   /// Disconnects from a BSS those that are meant; they look again at once.
   void Drop(const std::string& interface, const std::string& reason, const Which& which);
+
+  /// A limit for those that are connected to a BSS; whoever connects brings its own from there.
+  void LimitBroadcasts(const std::string& interface, const Wifi::MACFilterGlobal& limit);
+
+  /// Frames for everybody that pass on a BSS each second.
+  int PassingBroadcasts(const std::string& interface) const;
+
+  /// Of every device that sends any, what it has sent since the start.
+  std::map<Wifi::Util::MACAddress, BroadcastCount> CountBroadcasts() const;
 
   /// In the order in which they connected.
   std::vector<LiveStation> StationsOf(const std::string& interface) const;
@@ -60,6 +72,9 @@ class Devices {
     bool there = false;
     std::optional<Connection> connection;
     std::optional<Timers::Id> joining;
+    BroadcastMeter broadcasts;
+
+    bool IsOn(const std::string& interface) const { return connection && connection->interface == interface; }
   };
   struct Choice {
     OpenBSS bss;

@@ -65,6 +65,7 @@ struct Device {
   std::optional<int> leavesAt;
   std::optional<int> pressesAfter;  ///< seconds from the opening of a WPS session to its button
   std::vector<Roam> roams;
+  int broadcastsPerSecond = 0;  ///< frames for everybody that it sends while connected
 
   bool operator==(const Device&) const = default;
 };

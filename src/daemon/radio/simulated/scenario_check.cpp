@@ -18,6 +18,7 @@ using RecordJson::Fail;
 using Wifi::Util::MACAddress;
 
 constexpr int kWeakestSignal = -100;
+constexpr int kMostBroadcasts = 10'000;
 
 void Require(bool condition, const std::string& where, const std::string& otherwise) {
   if (!condition) {
@@ -124,6 +125,8 @@ void CheckDevice(const Device& device, std::set<MACAddress>& addresses, const st
     RequireNotNegative(device.roams[i].at, path + ".at");
     CheckRadio(device.roams[i].radio, path + ".radio");
   }
+  Require(device.broadcastsPerSecond >= 0 && device.broadcastsPerSecond <= kMostBroadcasts,
+          where + ".broadcastsPerSecond", "is not from 0 to 10000");
 }
 
 template <typename Fault>

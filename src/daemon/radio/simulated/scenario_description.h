@@ -12,7 +12,8 @@ BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::AccessPoint, ssid, hidden, bssid, channel, 
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::Credential, ssid, passphrase);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::Roam, at, radio);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::Device, address, name, ipAddress, knows, bands, signal, transmitRate,
-                        receiveRate, joinMilliseconds, arrivesAt, leavesAt, pressesAfter, roams);
+                        receiveRate, joinMilliseconds, arrivesAt, leavesAt, pressesAfter, roams,
+                        broadcastsPerSecond);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::MeshNode, serial, model);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::ApplyFault, radio, skip, times, reason, milliseconds);
 BOOST_HANA_ADAPT_STRUCT(TALO::Wifid::ScanFault, radio, skip, times, reason);

@@ -21,8 +21,9 @@ namespace TALO::Wifid {
 
 /// The radios of a model in the world of a scenario. It knows no time but the timers', and the same calls at
 /// the same times have the same effects each time. A simulated radio can be on two channels at once: its own,
-/// and that of the access point its station has joined. No frames are sent, so the broadcast limit and the
-/// transmit power are kept and have no further effect.
+/// and that of the access point its station has joined. Of the frames only those for everybody are counted.
+/// The transmit power is kept and has no further effect: it is for those who hear the router, and the records
+/// hold what the router hears.
 class SimulatedDriver final : public RadioDriver {
  public:
   /// `timers` must live longer.
@@ -39,6 +40,11 @@ class SimulatedDriver final : public RadioDriver {
   void StartWPS(const std::string& interface, Done done) override;
   void CancelWPS(const std::string& interface, Done done) override;
   void ConfigureRegistrar(const Wifi::WPS_ERConfigInput& input, Done done) override;
+
+  /// What each device that sends frames for everybody has sent, and what became of it.
+  std::map<Wifi::Util::MACAddress, BroadcastCount> GetBroadcasts() const {
+    return devices_.CountBroadcasts();
+  }
 
   /// What each interface's external registrar was told last.
   const std::map<std::string, Wifi::WPS_ERConfigInput>& GetRegistrars() const { return registrars_; }

@@ -136,6 +136,7 @@ void SimulatedRadio::ChangeLive(BSS& bss, const BSSPlan& plan) {
   if (!bss.up) {
     return;
   }
+  devices_.LimitBroadcasts(plan.interface, plan_->broadcastLimit);
   devices_.Drop(plan.interface, "refused", [&plan](const MACAddress& device, const std::string&) {
     return !Admits(plan.access, device);
   });
@@ -187,14 +188,19 @@ void SimulatedRadio::NoticeAir() {
   backhaulStation_.NoticeAir();
 }
 
-/// A beacon takes one percent of the air, a neighbour three, a station one.
+/// A beacon takes one percent of the air, a neighbour three, a station one; ten frames for everybody, which
+/// go out at the lowest rate, another.
 int SimulatedRadio::GetUtilisation() const {
   constexpr int kPerNeighbour = 3;
+  constexpr int kBroadcastsPerPercent = 10;
   constexpr int kWhole = 100;
   int percent = kPerNeighbour * air_.CountOn(channel_, channelWidth_);
+  int broadcasts = 0;
   for (const BSS& bss : bsss_) {
+    broadcasts += devices_.PassingBroadcasts(bss.plan.interface);
     percent += 1 + static_cast<int>(devices_.StationsOf(bss.plan.interface).size());
   }
+  percent += broadcasts / kBroadcastsPerPercent;
   return std::min(percent, kWhole);
 }
 
@@ -219,7 +225,7 @@ LiveRadio SimulatedRadio::GetLive() const {
 void SimulatedRadio::AddOpenBSSs(std::vector<OpenBSS>& bsss) const {
   for (const BSS& bss : bsss_) {
     if (bss.up) {
-      bsss.push_back({capability_.radio, &bss.plan});
+      bsss.push_back({capability_.radio, &bss.plan, &plan_->broadcastLimit});
     }
   }
 }

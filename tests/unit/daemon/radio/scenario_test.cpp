@@ -93,7 +93,8 @@ TEST(ScenarioTest, ReadsTheMembersThatTheExampleLacks) {
                     "securityMode": "EnterpriseWPA2", "user": "student", "passphrase": "x", "backhaul": true,
                     "transmitRate": 54, "appearsAt": 1, "vanishesAt": 2}],
     "devices": [{"address": "0A-00-00-00-00-01", "signal": -1, "transmitRate": 2, "receiveRate": 3,
-                 "joinMilliseconds": 0, "pressesAfter": 0, "roams": [{"at": 9, "radio": "Band5GHz_2"}]}],
+                 "joinMilliseconds": 0, "pressesAfter": 0, "roams": [{"at": 9, "radio": "Band5GHz_2"}],
+                 "broadcastsPerSecond": 40}],
     "faults": {"apply": [{"radio": "Band5GHz", "milliseconds": 9000}],
                "scan": [{"radio": "Band5GHz_1", "skip": 2, "times": 3, "reason": "no antenna"}]},
     "timings": {"applyMilliseconds": 1, "bssMilliseconds": 2, "joinMilliseconds": 3,
@@ -112,6 +113,7 @@ TEST(ScenarioTest, ReadsTheMembersThatTheExampleLacks) {
   device.joinMilliseconds = 0;
   device.pressesAfter = 0;
   device.roams = {{9, RadioFrequency::Band5GHz_2}};
+  device.broadcastsPerSecond = 40;
   expected.devices = {device};
   expected.faults.apply = {{RadioFrequency::Band5GHz, 0, 1, "", 9000}};
   expected.faults.scan = {{RadioFrequency::Band5GHz_1, 2, 3, "no antenna"}};
@@ -129,6 +131,8 @@ TEST(ScenarioTest, AcceptsValuesAtTheirLimits) {
       DeviceWith(R"("arrivesAt": 3, "leavesAt": 4)"),
       DeviceWith(R"("knows": [{"ssid": "12345678901234567890123456789012", "passphrase": "12345678"}])"),
       DeviceWith(R"("bands": ["Band2_4GHz"])"),
+      DeviceWith(R"("broadcastsPerSecond": 0)"),
+      DeviceWith(R"("broadcastsPerSecond": 10000)"),
       R"({"bridges": []})",
       R"({"timings": {"applyMilliseconds": 0, "bssMilliseconds": 0, "scanMilliseconds": 0, "joinMilliseconds": 0}})",
   };
@@ -171,6 +175,11 @@ TEST(ScenarioTest, RefusesWhatCannotBeAndNamesTheMember) {
       {DeviceWith(R"("roams": [{"at": 1}])"), "devices[0].roams[0].radio is missing or no single radio"},
       {DeviceWith(R"("roams": [{"radio": "SmartConnect"}])"),
        "devices[0].roams[0].radio is missing or no single radio"},
+      {DeviceWith(R"("broadcastsPerSecond": -1)"), "devices[0].broadcastsPerSecond is not from 0 to 10000"},
+      {DeviceWith(R"("broadcastsPerSecond": 10001)"),
+       "devices[0].broadcastsPerSecond is not from 0 to 10000"},
+      {DeviceWith(R"("broadcastsPerSecond": "many")"),
+       "devices[0].broadcastsPerSecond is not a whole number in range"},
       {NeighbourWith(R"("ssidHex": "61")"), "neighbours[0].ssidHex and ssid exclude each other"},
       {R"({"neighbours": [{"bssid": "06:00:00:00:00:01"}]})",
        R"(neighbours[0].ssid: the SSID "" has 0 bytes, it must have 1 to 32)"},
