@@ -23,11 +23,16 @@ std::string BSSInterface(const RadioCapability& radio, int slot) {
 }
 
 Wifi::Util::MACAddress BSSAddress(const RadioCapability& radio, int slot) {
+  constexpr std::size_t kMaker = 8;  // as in "02:00:00"
   const std::string& text = radio.address.ToString();
-  const std::size_t lastGroup = text.size() - 2;
-  const int last = std::stoi(text.substr(lastGroup), nullptr, 16) + slot;
-  return Wifi::Util::MACAddress(text.substr(0, lastGroup) +
-                                Wifi::ToHex(std::string(1, static_cast<char>(last))));
+  std::string digits = text.substr(kMaker);
+  std::erase(digits, ':');
+  const int number = std::stoi(digits, nullptr, 16) + slot;
+  std::string address = text.substr(0, kMaker);
+  for (const int shift : {16, 8, 0}) {
+    address += ":" + Wifi::ToHex(std::string(1, static_cast<char>(number >> shift)));
+  }
+  return Wifi::Util::MACAddress(address);
 }
 
 }  // namespace TALO::Wifid

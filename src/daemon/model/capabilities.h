@@ -8,13 +8,16 @@
 
 namespace TALO::Wifid {
 
-/// What one radio is and can do.
+/// What one radio is and can do. Its block is as many addresses as it has slots, one more than `maximumBSSs`:
+/// each BSS has that of its slot. They are the radio's alone: no other radio's block and no interface that
+/// the driver makes for itself has one of them. Where the hardware's own addresses lie closer, the driver
+/// takes a locally administered block instead.
 struct RadioCapability {
   RadioFrequency radio = RadioFrequency::Error;
   std::string interface;           ///< the radio's own, as in "wlan0"
-  Wifi::Util::MACAddress address;  ///< the radio's own; its BSSs count up from it
-  int maximumBSSs = 0;             ///< networks it can carry at once
-  std::vector<int> channels;       ///< usable, ascending
+  Wifi::Util::MACAddress address;  ///< the first of the radio's block, see below
+  int maximumBSSs = 0;             ///< networks it can carry at once, beside the backhaul
+  std::vector<int> channels;       ///< that the hardware can use in any country, ascending
   int maximumChannelWidth = 20;    ///< MHz
 
   bool operator==(const RadioCapability&) const = default;
@@ -37,7 +40,8 @@ inline constexpr int kBackhaulSlot = 0;
 /// The interface of the BSS in a slot of a radio, as in "wlan0_1".
 std::string BSSInterface(const RadioCapability& radio, int slot);
 
-/// The address of the BSS in a slot of a radio: the radio's own with the slot added to its last byte.
+/// The address of the BSS in a slot of a radio: the radio's with the slot added to its last three bytes,
+/// which are one number.
 Wifi::Util::MACAddress BSSAddress(const RadioCapability& radio, int slot);
 
 }  // namespace TALO::Wifid

@@ -49,6 +49,17 @@ TEST(BSSAddress, AddsToALastByteThatIsNotZero) {
   EXPECT_EQ(BSSAddress(radio, 16), MACAddress("de:ad:be:ef:7f:f9"));
 }
 
+TEST(BSSAddress, CountsOnWhereTheLastByteIsFull) {
+  RadioCapability radio = TriBandRadios().radios[0];
+  radio.address = MACAddress("de:ad:be:ef:7f:f8");
+  EXPECT_EQ(BSSAddress(radio, 0), MACAddress("de:ad:be:ef:7f:f8"));
+  EXPECT_EQ(BSSAddress(radio, 7), MACAddress("de:ad:be:ef:7f:ff"));
+  EXPECT_EQ(BSSAddress(radio, 8), MACAddress("de:ad:be:ef:80:00"));
+  EXPECT_EQ(BSSAddress(radio, 16), MACAddress("de:ad:be:ef:80:08"));
+  radio.address = MACAddress("de:ad:be:7f:ff:ff");
+  EXPECT_EQ(BSSAddress(radio, 1), MACAddress("de:ad:be:80:00:00"));
+}
+
 }  // namespace
 
 }  // namespace TALO::Wifid

@@ -108,6 +108,18 @@ TEST_P(DriverConformanceTest, CapabilitiesDescribeEveryRadio) {
   EXPECT_TRUE(driver_->GetBridges().contains("br0"));
 }
 
+TEST_P(DriverConformanceTest, EverySlotOfEveryRadioHasAnAddressOfItsOwn) {
+  std::set<MACAddress> addresses;
+  for (const RadioCapability& radio : Radios()) {
+    for (int slot = kBackhaulSlot; slot <= radio.maximumBSSs; ++slot) {
+      const MACAddress address = BSSAddress(radio, slot);
+      EXPECT_TRUE(addresses.insert(address).second) << address.ToString();
+      // They count up, so the block does not run over its end.
+      EXPECT_LE(radio.address, address);
+    }
+  }
+}
+
 TEST_P(DriverConformanceTest, BeforeAnythingIsAppliedEveryRadioIsDown) {
   std::vector<LiveRadio> expected;
   for (const RadioCapability& radio : Radios()) {
