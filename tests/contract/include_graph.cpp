@@ -45,7 +45,7 @@ const std::vector<Library> kLibraries = {
      "Boost",
      {"cli", "commands", "main", "daemon/main"},
      {"client/record_descriptions.h", "client/record_members.h", "daemon/model/state_description.h",
-      "daemon/radio/simulated/scenario_description.h"}},
+      "daemon/radio/simulated/scenario_description.h", "daemon/store/checksum.cpp"}},
     {"json/", "jsoncpp", {"client", "commands", "daemon/json"}, {}},
     {"magic_enum", "magic_enum", {"values"}, {}},
 };

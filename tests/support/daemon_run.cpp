@@ -1,8 +1,7 @@
 #include "support/daemon_run.h"
 
-#include "daemon/model/first_state.h"
+#include "daemon/main/stored_state.h"
 
-#include <stdexcept>
 #include <variant>
 
 namespace TALO::Wifid {
@@ -10,8 +9,10 @@ namespace TALO::Wifid {
 DaemonRun::DaemonRun(World& world)
     : world_(world),
       driver_(SupportedModel::Cedar300, world.scenario, world.timers),
-      store_(world.directory / "state"),
-      engine_({store_, driver_, world.clock, world.calendar, announcer_, log_}, Load()),
+      directory_(world.directory / "state"),
+      store_(directory_, world.directory / "state"),
+      engine_({store_, driver_, world.clock, world.calendar, announcer_, log_},
+              LoadState(store_, driver_.GetCapabilities(), CountryCode::DE, log_)),
       schedules_(engine_, world.timers),
       service_({engine_, wps_, schedules_, random_, log_, "br0"}) {
   driver_.SetEventSink([this](const RadioEvent& event) {
@@ -30,15 +31,6 @@ DaemonRun::DaemonRun(World& world)
   while (!started && world_.timers.RunNext()) {
   }
   EXPECT_TRUE(started);
-}
-
-State DaemonRun::Load() {
-  const auto stored = store_.Load();
-  if (!stored.Succeeded()) {
-    throw std::runtime_error(stored.Why().sentence);
-  }
-  return stored.Value() ? AdaptToRadios(*stored.Value(), driver_.GetCapabilities())
-                        : MakeFirstState(driver_.GetCapabilities(), CountryCode::DE);
 }
 
 sd_bus_message* DaemonRun::Settle(std::uint64_t cookie) {

@@ -6,6 +6,7 @@
 #include "daemon/service/schedule_keeper.h"
 #include "daemon/service/service.h"
 #include "daemon/service/wps_sessions.h"
+#include "daemon/store/state_directory.h"
 #include "daemon/store/state_file.h"
 #include "support/bus_pair.h"
 #include "support/fake_doors.h"
@@ -83,7 +84,6 @@ class DaemonRun {
   std::vector<std::string> FinishedWPS();
 
  private:
-  State Load();
   /// Lets time pass until the call is answered.
   sd_bus_message* Settle(std::uint64_t cookie);
 
@@ -92,6 +92,7 @@ class DaemonRun {
   FakeRandom random_;
   BusAnnouncer announcer_{log_};
   SimulatedDriver driver_;
+  StateDirectory directory_;
   StateFile store_;
   Engine engine_;
   WPSSessions wps_{engine_};

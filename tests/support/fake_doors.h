@@ -51,7 +51,7 @@ class FakeStore final : public StateStore {
   void PassNext() { failures_.Pass(); }
   void FailNoMore() { failures_.Clear(); }
 
-  Result<std::optional<State>> Load() override { return saved_; }
+  Result<StoredState> Load() override { return StoredState{saved_, {}}; }
   Result<void> Save(const State& state) override;
 
   const std::optional<State>& Saved() const { return saved_; }

@@ -56,6 +56,7 @@ Json::Value ParseJson(const std::string& text) {
   }
   Json::CharReaderBuilder builder;
   Json::CharReaderBuilder::strictMode(&builder.settings_);
+  builder.settings_["skipBom"] = false;
   const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
   Json::Value root;
   std::string errors;
@@ -107,15 +108,24 @@ std::string DecodeText(const Json::Value& json, const std::string& where) {
   return text;
 }
 
+namespace {
+
+/// The reader makes a floating point number of a whole one that is out of range, which is rounded then.
+bool IsWholeNumber(const Json::Value& json) {
+  return json.type() == Json::intValue || json.type() == Json::uintValue;
+}
+
+}  // namespace
+
 int DecodeInt(const Json::Value& json, const std::string& where) {
-  if (!json.isInt()) {
+  if (!IsWholeNumber(json) || !json.isInt()) {
     Fail(where, "is not a whole number in range");
   }
   return json.asInt();
 }
 
 std::int64_t DecodeInt64(const Json::Value& json, const std::string& where) {
-  if (!json.isInt64()) {
+  if (!IsWholeNumber(json) || !json.isInt64()) {
     Fail(where, "is not a whole number in range");
   }
   return json.asInt64();

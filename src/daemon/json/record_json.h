@@ -180,7 +180,7 @@ struct Reader {
   static void Read(const Json::Value& json, const std::string& where, E& value) {
     if constexpr (form == RecordForm::Exact) {
       if (json.isInt()) {
-        value = FromNumber<E>(json.asInt(), where);
+        value = FromNumber<E>(DecodeInt(json, where), where);
         return;
       }
     }

@@ -4,10 +4,13 @@
 #include "daemon/main/options.h"
 #include "daemon/service/log.h"
 
+#include <sys/signalfd.h>
 #include <systemd/sd-event.h>
 
 #include <exception>
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace TALO::Wifid {
 
@@ -16,17 +19,27 @@ class EventLoop {
  public:
   /// Connects to the bus. Throws std::system_error when there is none.
   EventLoop(Options::Bus bus, Log& log);
+  EventLoop(const EventLoop&) = delete;
+  EventLoop& operator=(const EventLoop&) = delete;
+  /// Lets the bus have what was sent to it, unless it does not take it in good time.
+  ~EventLoop();
 
   sd_bus* GetBus() const { return bus_.get(); }
   sd_event* GetEvent() const { return event_.get(); }
 
-  /// Takes the daemon's name, so that callers find it from here on, and tells systemd that the daemon is
-  /// ready. Throws std::system_error when another has the name.
+  /// Asks for the daemon's name. Once the bus has given it, callers find the daemon, and systemd is told that
+  /// it is ready. When another has the name Run() fails. Does nothing when the daemon is about to end.
   void Open();
 
-  /// Serves until SIGTERM or SIGINT. Throws std::system_error when the bus is lost, and what Stop() was
-  /// given.
+  /// What is done on SIGTERM and SIGINT; it leads to End(), now or later. Without it they end Run() at once.
+  void WhenAskedToEnd(std::function<void()> action) { askedToEnd_ = std::move(action); }
+
+  /// Serves until End(), and gives the name back. Throws std::system_error when the bus is lost or does not
+  /// give the name, and what Stop() was given.
   void Run();
+
+  /// Ends Run().
+  void End();
 
   /// Ends Run() with a failure. For what goes wrong inside the loop, where nothing may be thrown.
   void Stop(std::exception_ptr failure);
@@ -37,8 +50,12 @@ class EventLoop {
   };
 
   static int OnDisconnected(sd_bus_message* message, void* self, sd_bus_error* error);
+  static int OnNameAnswer(sd_bus_message* answer, void* self, sd_bus_error* error);
+  static int OnSignal(sd_event_source* source, const signalfd_siginfo* signal, void* self);
 
   Log& log_;
+  std::function<void()> askedToEnd_;
+  bool ending_ = false;
   std::unique_ptr<sd_event, UnrefEvent> event_;
   Wifi::Bus::BusHandle bus_;
   std::exception_ptr failure_;

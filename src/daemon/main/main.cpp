@@ -1,3 +1,4 @@
+#include "daemon/main/ending.h"
 #include "daemon/main/event_clock.h"
 #include "daemon/main/event_loop.h"
 #include "daemon/main/event_timers.h"
@@ -5,12 +6,13 @@
 #include "daemon/main/local_calendar.h"
 #include "daemon/main/options.h"
 #include "daemon/main/setup_check.h"
-#include "daemon/model/first_state.h"
+#include "daemon/main/stored_state.h"
 #include "daemon/radio/simulated/scenario.h"
 #include "daemon/radio/simulated/simulated_driver.h"
 #include "daemon/service/bus_announcer.h"
 #include "daemon/service/engine.h"
 #include "daemon/service/service.h"
+#include "daemon/store/state_directory.h"
 #include "daemon/store/state_file.h"
 
 #include <cstdlib>
@@ -32,12 +34,6 @@ T OrThrow(Result<T> result) {
   return std::move(result.Value());
 }
 
-/// The state of the last run on the radios of this one, or a first one.
-State LoadState(StateFile& store, const Capabilities& capabilities, CountryCode country) {
-  auto stored = OrThrow(store.Load());
-  return stored ? AdaptToRadios(std::move(*stored), capabilities) : MakeFirstState(capabilities, country);
-}
-
 void Serve(const Options& options) {
   CheckCountry(options);
   Log log(*SeverityOf(options.logLevel));
@@ -50,9 +46,10 @@ void Serve(const Options& options) {
   SimulatedDriver driver(
       options.model, options.scenario.empty() ? Scenario() : OrThrow(LoadScenario(options.scenario)), timers);
   CheckBridge(options, driver.GetBridges());
-  StateFile store(options.stateDirectory);
+  StateDirectory directory(options.stateDirectory);
+  StateFile store(directory, options.stateDirectory);
   Engine engine({store, driver, clock, calendar, announcer, log},
-                LoadState(store, driver.GetCapabilities(), options.country));
+                LoadState(store, driver.GetCapabilities(), options.country, log));
   WPSSessions wps(engine);
   ScheduleKeeper schedules(engine, timers);
   Service service({engine, wps, schedules, random, log, options.bridge});
@@ -65,6 +62,8 @@ void Serve(const Options& options) {
   });
   announcer.Attach(loop.GetBus());
   service.Attach(loop.GetBus());
+  Ending ending(engine, timers);
+  loop.WhenAskedToEnd([&] { ending.Begin([&] { loop.End(); }); });
   // Opened last, so that whoever finds the name finds the radios as they were left and everything behind it.
   engine.Start([&] {
     schedules.Rearm();

@@ -12,7 +12,6 @@ namespace TALO::Wifid {
 namespace {
 
 constexpr std::size_t kMaximumNameBytes = 64;
-constexpr std::size_t kMaximumProfiles = 64;
 constexpr std::size_t kMaximumDevices = 1024;
 
 using Devices = std::vector<Wifi::MACFilterDevice>;
@@ -40,7 +39,17 @@ Result<void> CheckDevices(const Devices& devices, const std::string& owner) {
   return {};
 }
 
-Result<void> CheckProfile(const Wifi::MACFilterProfile& profile) {
+Result<Profiles::const_iterator> FindProfile(const State& state, int profileId) {
+  const auto profile = std::ranges::find(state.macFilterProfiles, profileId, &Wifi::MACFilterProfile::id);
+  if (profile == state.macFilterProfiles.end()) {
+    return Refusal{ErrorCode::NotFound, "there is no MAC filter profile " + std::to_string(profileId)};
+  }
+  return profile;
+}
+
+}  // namespace
+
+Result<void> CheckMACFilterProfile(const Wifi::MACFilterProfile& profile) {
   if (profile.name.empty() || profile.name.size() > kMaximumNameBytes) {
     return Invalid("the MAC filter profile name " + Quoted(profile.name) + " has " +
                    std::to_string(profile.name.size()) + " bytes, it must have 1 to " +
@@ -52,22 +61,20 @@ Result<void> CheckProfile(const Wifi::MACFilterProfile& profile) {
   return CheckDevices(profile.devices, "the MAC filter profile " + Quoted(profile.name));
 }
 
-Result<Profiles::const_iterator> FindProfile(const State& state, int profileId) {
-  const auto profile = std::ranges::find(state.macFilterProfiles, profileId, &Wifi::MACFilterProfile::id);
-  if (profile == state.macFilterProfiles.end()) {
-    return Refusal{ErrorCode::NotFound, "there is no MAC filter profile " + std::to_string(profileId)};
+Result<void> CheckMACFilterGlobal(const Wifi::MACFilterGlobal& global) {
+  if (global.maximumBroadcast < 0) {
+    return Invalid("the maximum of " + std::to_string(global.maximumBroadcast) +
+                   " broadcast frames a second is negative, it must be 0 or more");
   }
-  return profile;
+  return CheckDevices(global.devices, "the broadcast limit");
 }
-
-}  // namespace
 
 Result<Change<int>> CreateMACFilterProfile(const State& state, const Wifi::MACFilterProfile& profile,
                                            bool applyToAll) {
-  if (auto check = CheckProfile(profile); !check.Succeeded()) {
+  if (auto check = CheckMACFilterProfile(profile); !check.Succeeded()) {
     return check.Why();
   }
-  if (state.macFilterProfiles.size() >= kMaximumProfiles) {
+  if (state.macFilterProfiles.size() >= kMaximumMACFilterProfiles) {
     return Refusal{ErrorCode::LimitReached, "there are " + std::to_string(state.macFilterProfiles.size()) +
                                                 " MAC filter profiles, no more are possible"};
   }
@@ -91,7 +98,7 @@ Result<Change<void>> ModifyMACFilterProfile(const State& state, const Wifi::MACF
   if (!known.Succeeded()) {
     return known.Why();
   }
-  if (auto check = CheckProfile(profile); !check.Succeeded()) {
+  if (auto check = CheckMACFilterProfile(profile); !check.Succeeded()) {
     return check.Why();
   }
   Change<void> change{state};
@@ -131,11 +138,7 @@ Result<Change<void>> AssignMACFilterProfile(const State& state, int networkId, i
 }
 
 Result<Change<void>> SetMACFilterGlobal(const State& state, const Wifi::MACFilterGlobal& global) {
-  if (global.maximumBroadcast < 0) {
-    return Invalid("the maximum of " + std::to_string(global.maximumBroadcast) +
-                   " broadcast frames a second is negative, it must be 0 or more");
-  }
-  if (auto check = CheckDevices(global.devices, "the broadcast limit"); !check.Succeeded()) {
+  if (auto check = CheckMACFilterGlobal(global); !check.Succeeded()) {
     return check.Why();
   }
   Change<void> change{state};

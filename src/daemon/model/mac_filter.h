@@ -5,15 +5,26 @@
 #include "daemon/model/plan.h"
 #include "daemon/model/result.h"
 
+#include <cstddef>
 #include <set>
 
 /// The rules of MAC filter profiles and of the broadcast limit.
 namespace TALO::Wifid {
 
-/// A profile with the next ID; the one in `profile` is ignored. With `applyToAll` every network uses it.
+/// How many profiles there can be.
+inline constexpr std::size_t kMaximumMACFilterProfiles = 64;
+
 /// InvalidArgument for a name that does not have 1 to 64 bytes, for `Error` or a number without a name as
 /// action, for a MAC address that is listed twice, and for a device's name of more than 64 bytes;
-/// LimitReached for a 65th profile and for more than 1024 devices in one.
+/// LimitReached for more than 1024 devices.
+Result<void> CheckMACFilterProfile(const Wifi::MACFilterProfile& profile);
+
+/// InvalidArgument for a negative maximum, for a MAC address that is listed twice, and for a device's name of
+/// more than 64 bytes; LimitReached for more than 1024 devices.
+Result<void> CheckMACFilterGlobal(const Wifi::MACFilterGlobal& global);
+
+/// A profile with the next ID; the one in `profile` is ignored. With `applyToAll` every network uses it.
+/// LimitReached for a 65th profile.
 Result<Change<int>> CreateMACFilterProfile(const State& state, const Wifi::MACFilterProfile& profile,
                                            bool applyToAll);
 
@@ -27,9 +38,7 @@ Result<Change<void>> DeleteMACFilterProfiles(const State& state, const std::set<
 /// profile.
 Result<Change<void>> AssignMACFilterProfile(const State& state, int networkId, int profileId);
 
-/// InvalidArgument for a negative maximum, for a MAC address that is listed twice, and for a device's name of
-/// more than 64 bytes; LimitReached for more than 1024 devices. Switched off with no device listed, it keeps
-/// the list it had.
+/// Switched off with no device listed, it keeps the list it had.
 Result<Change<void>> SetMACFilterGlobal(const State& state, const Wifi::MACFilterGlobal& global);
 
 /// What the profile of a network means for its BSSs; everybody is admitted where it has none.

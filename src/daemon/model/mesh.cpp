@@ -8,8 +8,6 @@
 
 namespace TALO::Wifid {
 
-namespace {
-
 Result<void> CheckBackhaul(const State& state, const Wifi::BackhaulConfig& config) {
   if (!config.enable && config.ssid.empty() && config.password.empty()) {
     return {};
@@ -27,8 +25,6 @@ Result<void> CheckBackhaul(const State& state, const Wifi::BackhaulConfig& confi
   }
   return {};
 }
-
-}  // namespace
 
 RadioFrequency BackhaulRadio(const State& state, const Capabilities& capabilities) {
   if (!IsTriBand(capabilities)) {

@@ -17,6 +17,9 @@ RadioFrequency BackhaulRadio(const State& state, const Capabilities& capabilitie
 
 /// SSID and passphrase must be within the limits of the field, and the SSID not that of a network; both may
 /// be empty in one that is not enabled.
+Result<void> CheckBackhaul(const State& state, const Wifi::BackhaulConfig& config);
+
+/// What CheckBackhaul refuses.
 Result<Change<void>> ModifyBackhaul(const State& state, const Wifi::BackhaulConfig& config);
 Result<Change<void>> ModifyBackhaulSTA(const State& state, const Wifi::BackhaulConfig& config);
 

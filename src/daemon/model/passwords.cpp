@@ -18,6 +18,23 @@ constexpr std::size_t kPassphraseLength = 20;
 /// S), else the lower-case one of a letter whose two cases differ in size only.
 constexpr std::string_view kClearCharacters = "34679ADEFHLMNRTacdefhjkmnprtwxy";
 
+void SetOnRadio(NetworkState& network, RadioPassphrase own) {
+  auto& owns = network.radioPassphrases;
+  const auto place = std::ranges::lower_bound(owns, own.radio, {}, &RadioPassphrase::radio);
+  if (place != owns.end() && place->radio == own.radio) {
+    *place = std::move(own);
+  } else {
+    owns.insert(place, std::move(own));
+  }
+}
+
+const RadioPassphrase* FindOwn(const NetworkState& network, RadioFrequency radio) {
+  const auto own = std::ranges::find(network.radioPassphrases, radio, &RadioPassphrase::radio);
+  return own != network.radioPassphrases.end() ? &*own : nullptr;
+}
+
+}  // namespace
+
 bool HasPassphrase(SecurityMode mode) {
   switch (mode) {
     case SecurityMode::PersonalWPA:
@@ -38,23 +55,6 @@ bool HasPassphrase(SecurityMode mode) {
   }
   return false;
 }
-
-void SetOnRadio(NetworkState& network, RadioPassphrase own) {
-  auto& owns = network.radioPassphrases;
-  const auto place = std::ranges::lower_bound(owns, own.radio, {}, &RadioPassphrase::radio);
-  if (place != owns.end() && place->radio == own.radio) {
-    *place = std::move(own);
-  } else {
-    owns.insert(place, std::move(own));
-  }
-}
-
-const RadioPassphrase* FindOwn(const NetworkState& network, RadioFrequency radio) {
-  const auto own = std::ranges::find(network.radioPassphrases, radio, &RadioPassphrase::radio);
-  return own != network.radioPassphrases.end() ? &*own : nullptr;
-}
-
-}  // namespace
 
 std::string DrawPassphrase(const DrawBytes& draw) {
   // The bytes from here on would give the first characters one chance more than the others.

@@ -20,6 +20,9 @@ using DrawBytes = std::function<std::string(std::size_t)>;
 /// and the like), each equally likely: bytes that would favour some are thrown away.
 std::string DrawPassphrase(const DrawBytes& draw);
 
+/// Whether a network of this mode has a passphrase.
+bool HasPassphrase(SecurityMode mode);
+
 /// Gives a network `passphrase` on one radio, or on all for `SmartConnect`, which forgets what single radios
 /// had. NotFound for an unknown network, what ResolveRadios says for the radio, NotSupported for a network
 /// whose security mode has no passphrase, InvalidArgument for a passphrase outside the limits of the field.

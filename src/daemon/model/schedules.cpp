@@ -30,8 +30,8 @@ std::string Name(const ScheduleWindow& window) {
   return std::to_string(window.start) + " to " + std::to_string(window.end);
 }
 
-/// `sorted` are the windows of `schedule` by their starts.
-Result<void> CheckWindows(const NetworkSchedule& schedule, const std::vector<ScheduleWindow>& sorted) {
+Result<void> CheckWindows(const NetworkSchedule& schedule) {
+  const std::vector<ScheduleWindow>& sorted = schedule.windows;
   if (sorted.size() > kMaximumWindows) {
     return Refuse(
         schedule,
@@ -59,7 +59,9 @@ Result<void> CheckWindows(const NetworkSchedule& schedule, const std::vector<Sch
   return {};
 }
 
-Result<void> CheckSchedule(const NetworkSchedule& schedule, const std::vector<ScheduleWindow>& sorted) {
+}  // namespace
+
+Result<void> CheckSchedule(const NetworkSchedule& schedule) {
   switch (schedule.mode) {
     case ScheduleMode::ValidFor:
       if (!schedule.windows.empty()) {
@@ -76,15 +78,13 @@ Result<void> CheckSchedule(const NetworkSchedule& schedule, const std::vector<Sc
         return Refuse(schedule, "is valid for " + std::to_string(schedule.validFor) +
                                     " seconds, which Customized does not take");
       }
-      return CheckWindows(schedule, sorted);
+      return CheckWindows(schedule);
     case ScheduleMode::Error:
       break;
   }
   return Refusal{ErrorCode::InvalidArgument,
                  "the schedule mode " + NameOrNumber(schedule.mode) + " does not exist"};
 }
-
-}  // namespace
 
 Result<Change<void>> SetSchedule(const State& state, const Capabilities& capabilities,
                                  const NetworkSchedule& schedule, std::int64_t now) {
@@ -95,9 +95,10 @@ Result<Change<void>> SetSchedule(const State& state, const Capabilities& capabil
   if (!radios.Succeeded()) {
     return radios.Why();
   }
-  std::vector<ScheduleWindow> windows = schedule.windows;
+  NetworkSchedule sorted = schedule;
+  std::vector<ScheduleWindow>& windows = sorted.windows;
   std::ranges::sort(windows, {}, [](const ScheduleWindow& w) { return std::pair(w.start, w.end); });
-  if (auto check = CheckSchedule(schedule, windows); !check.Succeeded()) {
+  if (auto check = CheckSchedule(sorted); !check.Succeeded()) {
     return check.Why();
   }
 

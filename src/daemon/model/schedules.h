@@ -23,6 +23,11 @@ class Calendar {
   virtual int MinuteOfWeek(std::int64_t time) const = 0;
 };
 
+/// Whether a schedule whose windows are in their order can be: `Customized` has up to 64 windows within the
+/// week, none empty, none overlapping another, and no seconds; `ValidFor` no windows and no negative number
+/// of seconds. InvalidArgument else, and for a mode that does not exist, LimitReached for too many windows.
+Result<void> CheckSchedule(const Wifi::NetworkSchedule& schedule);
+
 /// Gives a network a schedule on one radio, or on all for `SmartConnect`, in place of those it had there,
 /// whatever their mode; takes them away for no seconds and no windows. `ValidFor` takes a number of seconds
 /// of at least 1 from `now`; `Customized` takes windows within the week in any order, none empty, none

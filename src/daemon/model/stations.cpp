@@ -90,22 +90,29 @@ std::string StationInterface(const RadioCapability& radio) { return radio.interf
 
 std::string BackhaulStationInterface(const RadioCapability& radio) { return radio.interface + "bhs"; }
 
+Result<void> CheckStation(const Wifi::StationSetting& setting) {
+  if (setting.enable || !setting.essid.empty()) {
+    if (auto check = CheckSSID(setting.essid, "essid"); !check.Succeeded()) {
+      return check;
+    }
+  }
+  if (auto check = CheckCredentials(setting); !check.Succeeded()) {
+    return check;
+  }
+  if (IsGroupAddress(setting.bssid)) {
+    return Invalid("the BSSID " + setting.bssid.ToString() + " is a group address");
+  }
+  return {};
+}
+
 Result<Change<void>> ModifyStation(const State& state, const Capabilities& capabilities,
                                    const Wifi::StationSetting& setting) {
   if (std::ranges::find(capabilities.radios, setting.radio, &RadioCapability::radio) ==
       capabilities.radios.end()) {
     return Invalid("this router has no radio " + NameOrNumber(setting.radio) + " for a station");
   }
-  if (setting.enable || !setting.essid.empty()) {
-    if (auto check = CheckSSID(setting.essid, "essid"); !check.Succeeded()) {
-      return check.Why();
-    }
-  }
-  if (auto check = CheckCredentials(setting); !check.Succeeded()) {
+  if (auto check = CheckStation(setting); !check.Succeeded()) {
     return check.Why();
-  }
-  if (IsGroupAddress(setting.bssid)) {
-    return Invalid("the BSSID " + setting.bssid.ToString() + " is a group address");
   }
   Change<void> change{state};
   const auto station = std::ranges::find(change.state.stations, setting.radio, &Wifi::StationSetting::radio);

@@ -14,11 +14,15 @@ namespace TALO::Wifid {
 std::string StationInterface(const RadioCapability& radio);
 std::string BackhaulStationInterface(const RadioCapability& radio);
 
-/// Validates the whole record, enabled or not: the radio must be one of this router (`SmartConnect`, `Error`
-/// and bands it does not have are InvalidArgument); the essid has 1 to 32 bytes, or none in a setting that is
-/// not enabled; the security mode has a name and is not `Error` or `WEP`; personal modes need a passphrase of
-/// the field, `Disabled` and `OWE` an empty one, enterprise modes a user and a password of at most 253 bytes
-/// each; a user is for enterprise modes only; the BSSID is not a group address.
+/// Validates all of the record but its radio, enabled or not: the essid has 1 to 32 bytes, or none in a
+/// setting that is not enabled; the security mode has a name and is not `Error` or `WEP`; personal modes need
+/// a passphrase of the field, `Disabled` and `OWE` an empty one, enterprise modes a user and a password of at
+/// most 253 bytes each; a user is for enterprise modes only; the BSSID is not a group address.
+/// InvalidArgument else.
+Result<void> CheckStation(const Wifi::StationSetting& setting);
+
+/// The record must pass CheckStation, and its radio be one of this router (`SmartConnect`, `Error` and bands
+/// it does not have are InvalidArgument).
 Result<Change<void>> ModifyStation(const State& state, const Capabilities& capabilities,
                                    const Wifi::StationSetting& setting);
 

@@ -21,11 +21,18 @@ NetworkState& NetworkOf(State& state, int networkId) {
 
 }  // namespace
 
-Result<Change<void>> SetContext(const State& state, const std::string& context) {
+Result<void> CheckContext(const std::string& context) {
   if (context.empty() || context.size() > kMaximumContextBytes) {
     return Refusal{ErrorCode::InvalidArgument,
                    "the context " + Quoted(context) + " has " + std::to_string(context.size()) +
                        " bytes, it must have 1 to " + std::to_string(kMaximumContextBytes)};
+  }
+  return {};
+}
+
+Result<Change<void>> SetContext(const State& state, const std::string& context) {
+  if (auto check = CheckContext(context); !check.Succeeded()) {
+    return check.Why();
   }
   Change<void> change{state};
   change.state.context = context;

@@ -11,6 +11,9 @@
 namespace TALO::Wifid {
 
 /// InvalidArgument for a context that does not have 1 to 64 bytes.
+Result<void> CheckContext(const std::string& context);
+
+/// InvalidArgument for what CheckContext refuses.
 Result<Change<void>> SetContext(const State& state, const std::string& context);
 
 /// The networks of a context. NotFound for one that is neither "router", "bridge" or "repeater", nor the

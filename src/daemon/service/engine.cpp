@@ -28,12 +28,18 @@ void Engine::Start(std::function<void()> done) {
   });
 }
 
+Result<void> Engine::Save(const State& state) {
+  auto saved = doors_.store.Save(state);
+  saveOwed_ = !saved.Succeeded();
+  return saved;
+}
+
 void Engine::Commit(const Radios& radios, const State& next, Finish finish) {
-  if (next == state_) {
+  if (next == state_ && !saveOwed_) {
     finish({});
     return;
   }
-  if (const auto saved = doors_.store.Save(next); !saved.Succeeded()) {
+  if (const auto saved = Save(next); !saved.Succeeded()) {
     doors_.log.Write(Severity::Error, saved.Why().sentence);
     finish(saved);
     return;
@@ -59,7 +65,7 @@ void Engine::RollBack(const Radios& radios, const State& before, const State& af
   // Not simply `before`: changes on other radios may have come to stay meanwhile.
   state_ = Revert(state_, before, after);
   scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
-  if (const auto saved = doors_.store.Save(state_); !saved.Succeeded()) {
+  if (const auto saved = Save(state_); !saved.Succeeded()) {
     doors_.log.Write(Severity::Critical, "a change that failed stays stored: " + saved.Why().sentence);
   }
   Apply(radios, ApplyMode::WhatDiffers, [this, why, finish = std::move(finish)](const Result<void>& back) {
@@ -110,6 +116,9 @@ void Engine::Use(RadioFrequency radio, std::function<void(std::function<void()>)
 
 void Engine::Restart(ApplyMode mode, Done<void> done) {
   queue_.Enter(AllRadios(), [this, mode, done = std::move(done)](RadioQueue::Ticket ticket) {
+    if (RefuseAtEnd(ticket, done)) {
+      return;
+    }
     // What a radio was last brought to says nothing of how it is now: the driver finds what differs.
     applied_.clear();
     Apply(AllRadios(), mode, [this, ticket, done](const Result<void>& applied) {
@@ -121,11 +130,26 @@ void Engine::Restart(ApplyMode mode, Done<void> done) {
 
 void Engine::EvaluateSchedules(Done<void> done) {
   queue_.Enter(AllRadios(), [this, done = std::move(done)](RadioQueue::Ticket ticket) {
+    if (RefuseAtEnd(ticket, done)) {
+      return;
+    }
     scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
     Apply(AllRadios(), ApplyMode::WhatDiffers, [this, ticket, done](const Result<void>& applied) {
       done(applied);
       queue_.Leave(ticket);
     });
+  });
+}
+
+void Engine::End(std::function<void()> done) {
+  ending_ = true;
+  queue_.WhenEmpty([this, done = std::move(done)] {
+    if (saveOwed_) {
+      if (const auto saved = Save(state_); !saved.Succeeded()) {
+        doors_.log.Write(Severity::Critical, saved.Why().sentence);
+      }
+    }
+    done();
   });
 }
 

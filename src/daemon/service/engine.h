@@ -65,6 +65,9 @@ class Engine {
   template <typename Answer>
   void Make(const Radios& radios, Rule<Answer> rule, Done<Answer> done) {
     queue_.Enter(radios, [this, radios, rule = std::move(rule), done = std::move(done)](auto ticket) {
+      if (RefuseAtEnd(ticket, done)) {
+        return;
+      }
       auto change = rule(state_);
       if (!change.Succeeded()) {
         done(change.Why());
@@ -101,8 +104,23 @@ class Engine {
   /// Evaluates the schedules against the clock and brings the radios to what follows.
   void EvaluateSchedules(Done<void> done);
 
+  /// The daemon is about to end: what has had its turn is carried through, everything else refused with Busy.
+  /// Calls `done` when nothing is under way any more, perhaps at once. Call once.
+  void End(std::function<void()> done);
+
  private:
   using Finish = std::function<void(const Result<void>&)>;
+
+  /// Whether it comes too late; it is answered then.
+  template <typename Answer>
+  bool RefuseAtEnd(RadioQueue::Ticket ticket, const Done<Answer>& done) {
+    if (ending_) {
+      done(Refusal{ErrorCode::Busy, "the wifi daemon is about to end"});
+      queue_.Leave(ticket);
+    }
+    return ending_;
+  }
+  Result<void> Save(const State& state);
 
   void Commit(const Radios& radios, const State& next, Finish finish);
   void RollBack(const Radios& radios, const State& before, const State& after, const Refusal& why,
@@ -117,6 +135,8 @@ class Engine {
   std::set<NetworkOnRadio> scheduledOff_;
   std::map<RadioFrequency, RadioPlan> applied_;  ///< as the radio stands; absent where it is not known
   RadioQueue queue_;
+  bool saveOwed_ = false;  ///< the store failed last, and may hold something else than is in force
+  bool ending_ = false;
 };
 
 }  // namespace TALO::Wifid

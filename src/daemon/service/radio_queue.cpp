@@ -33,6 +33,18 @@ void RadioQueue::Leave(Ticket ticket) {
   }
   entries_.erase(entry);
   StartWhatCan();
+  TellWhenEmpty();
+}
+
+void RadioQueue::WhenEmpty(std::function<void()> action) {
+  whenEmpty_ = std::move(action);
+  TellWhenEmpty();
+}
+
+void RadioQueue::TellWhenEmpty() {
+  if (entries_.empty() && whenEmpty_) {
+    std::exchange(whenEmpty_, nullptr)();
+  }
 }
 
 // One at a time, the earliest first: a start may enter, or leave at once. Such calls come back here and are

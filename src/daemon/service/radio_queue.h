@@ -26,6 +26,9 @@ class RadioQueue {
   /// Gives the radios of a started request to those that wait. A ticket that has left is ignored.
   void Leave(Ticket ticket);
 
+  /// Calls `action` once, as soon as nobody holds or waits for a radio, perhaps at once.
+  void WhenEmpty(std::function<void()> action);
+
  private:
   struct Entry {
     Radios radios;
@@ -34,12 +37,14 @@ class RadioQueue {
   };
 
   void StartWhatCan();
+  void TellWhenEmpty();
 
   std::map<Ticket, Entry> entries_;
   std::map<RadioFrequency, std::deque<Ticket>> lines_;  ///< the front of a line has the radio, or will next
   std::set<Ticket> ready_;                              ///< at the front of all their lines, not started yet
   Ticket lastTicket_ = 0;
   bool starting_ = false;
+  std::function<void()> whenEmpty_;
 };
 
 }  // namespace TALO::Wifid

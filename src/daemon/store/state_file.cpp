@@ -1,127 +1,219 @@
 #include "daemon/store/state_file.h"
 
+#include "daemon/model/state_check.h"
 #include "daemon/store/state_codec.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <array>
 #include <cerrno>
-#include <cstdio>
-#include <string_view>
-#include <system_error>
+#include <utility>
 
 namespace TALO::Wifid {
 
 namespace {
 
-constexpr const char* kFileName = "state.json";
-constexpr const char* kNewFileName = "state.json.new";
-constexpr const char* kLockName = "lock";
-constexpr mode_t kOwnerOnly = 0600;
+constexpr const char* kCurrent = "state.json";
+constexpr const char* kLast = "state.json.last";
+constexpr const char* kNew = "state.json.new";
+constexpr const char* kOld = "state.json.old";
 
-[[noreturn]] void ThrowErrno(const std::string& what) {
-  throw std::system_error(errno, std::generic_category(), what);
-}
-
-bool WriteAll(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = write(descriptor, text.data(), text.size());
-    if (written < 0 && errno != EINTR) {
-      return false;
-    }
-    if (written > 0) {
-      text.remove_prefix(static_cast<std::size_t>(written));
-    }
-  }
-  return true;
-}
+std::string BrokenName(int number) { return "state.json.broken-" + std::to_string(number); }
 
 }  // namespace
 
-StateFile::StateFile(const std::string& path) : path_(path) {
-  if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
-    ThrowErrno("the state directory " + path + " cannot be made");
+StateFile::Reading StateFile::Read(const std::string& name) {
+  using enum Reading::Kind;
+  std::optional<std::string> text;
+  try {
+    text = calls_->Read(name);
+  } catch (const StorageFailure& failure) {
+    // Of these the file itself is the cause; of others the daemon's own situation may be.
+    const bool broken = failure.Error() == EIO || failure.Error() == EFBIG;
+    return {broken ? Broken : Unreadable, {}, failure.what()};
   }
-  directory_ = Descriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!directory_.IsOpen()) {
-    ThrowErrno("the state directory " + path + " cannot be opened");
+  if (!text) {
+    return {Missing, {}, {}};
   }
-  lock_ = Descriptor(openat(directory_.Get(), kLockName, O_RDWR | O_CREAT | O_CLOEXEC, kOwnerOnly));
-  if (!lock_.IsOpen()) {
-    ThrowErrno("the lock in the state directory " + path + " cannot be opened");
+  auto state = DecodeState(*text);
+  if (!state.Succeeded()) {
+    const bool newer = state.Why().code == ErrorCode::NotSupported;
+    return {newer ? Unreadable : Broken, {}, state.Why().sentence};
   }
-  if (flock(lock_.Get(), LOCK_EX | LOCK_NB) != 0) {
-    ThrowErrno("the state directory " + path + " is used by another daemon");
+  if (const auto check = CheckState(state.Value()); !check.Succeeded()) {
+    return {Broken, {}, "it makes no sense: " + check.Why().sentence};
+  }
+  return {Sound, std::move(state.Value()), {}};
+}
+
+Result<StoredState> StateFile::Load() {
+  const Reading current = Read(kCurrent);
+  if (current.kind != Reading::Kind::Sound) {
+    return LoadLast(current);
+  }
+  StoredState found{current.state, {}};
+  try {
+    // A daemon that was killed may have left names that are not on the disk yet.
+    calls_->SyncDirectory();
+  } catch (const StorageFailure& failure) {
+    found.trouble = "the state in " + path_ + " may not outlast a power cut: " + failure.what();
+  }
+  return found;
+}
+
+Result<StoredState> StateFile::LoadLast(const Reading& current) {
+  using enum Reading::Kind;
+  const auto sentence = [this](const char* name, const Reading& reading) {
+    return "the state in " + path_ + "/" + name + " cannot be read: " + reading.why;
+  };
+  if (current.kind == Unreadable) {
+    return Refusal{ErrorCode::StorageFailed, sentence(kCurrent, current)};
+  }
+  const Reading last = Read(kLast);
+  if (last.kind == Unreadable) {
+    return Refusal{ErrorCode::StorageFailed, sentence(kLast, last)};
+  }
+  if (current.kind == Missing && last.kind == Missing) {
+    return StoredState{};
+  }
+
+  StoredState found;
+  found.trouble =
+      current.kind == Broken ? sentence(kCurrent, current) : "there is no state in " + path_ + "/" + kCurrent;
+  if (last.kind == Sound) {
+    found.state = last.state;
+    found.trouble += "; the last change is lost, the state before it is in force, from " + std::string(kLast);
+    lastInForce_ = true;
+  } else {
+    found.trouble +=
+        last.kind == Broken ? "; " + sentence(kLast, last) : "; there is no " + std::string(kLast);
+    found.trouble += "; everything is lost, the router is as one that was never set up";
+  }
+  if (last.kind == Broken) {
+    broken_.emplace_back(kLast);
+  }
+  if (current.kind == Broken) {
+    broken_.emplace_back(kCurrent);
+  }
+  found.trouble += Recovered();
+  return found;
+}
+
+/// Says where the broken files are then.
+std::string StateFile::Recovered() {
+  const std::size_t count = broken_.size();
+  try {
+    Recover();
+  } catch (const StorageFailure& failure) {
+    return std::string("; nothing can be saved until this works: ") + failure.what();
+  }
+  switch (count) {
+    case 0:
+      return "";
+    case 1:
+      return "; the broken file is kept as " + BrokenName(1);
+    default:
+      return "; the broken files are kept as " + BrokenName(1) + " and " + BrokenName(2);
   }
 }
 
-Result<std::optional<State>> StateFile::Load() {
-  const std::string path = path_ + "/" + kFileName;
-  const auto failed = [&path](const std::string& why) {
-    return Refusal{ErrorCode::StorageFailed, "the state in " + path + " cannot be read: " + why};
-  };
-  const Descriptor file(openat(directory_.Get(), kFileName, O_RDONLY | O_CLOEXEC));
-  if (!file.IsOpen()) {
-    if (errno == ENOENT) {
-      return std::optional<State>();
+// A file is safe under its new name before another takes its place.
+void StateFile::Recover() {
+  while (!broken_.empty()) {
+    for (; roomMadeFrom_ > 1; --roomMadeFrom_) {
+      calls_->Rename(BrokenName(roomMadeFrom_ - 1), BrokenName(roomMadeFrom_));
     }
-    return failed(std::generic_category().message(errno));
+    calls_->SyncDirectory();
+    calls_->Rename(broken_.front(), BrokenName(1));
+    broken_.erase(broken_.begin());
+    roomMadeFrom_ = kKeptBroken;
+    calls_->SyncDirectory();
   }
-  std::string text;
-  std::array<char, 65536> chunk{};
-  for (;;) {
-    const ssize_t got = read(file.Get(), chunk.data(), chunk.size());
-    if (got < 0 && errno != EINTR) {
-      return failed(std::generic_category().message(errno));
-    }
-    if (got == 0) {
-      break;
-    }
-    if (got > 0) {
-      text.append(chunk.data(), static_cast<std::size_t>(got));
-    }
+  if (lastInForce_) {
+    calls_->Rename(kLast, kCurrent);
+    calls_->SyncDirectory();
+    lastInForce_ = false;
   }
-  auto state = DecodeState(text);
-  if (!state.Succeeded()) {
-    return failed(state.Why().sentence);
-  }
-  return std::optional<State>(std::move(state.Value()));
 }
 
 Result<void> StateFile::Save(const State& state) {
-  const std::string text = EncodeState(state);
-  const auto failed = [this](const char* step) {
-    const int error = errno;
-    unlinkat(directory_.Get(), kNewFileName, 0);
-    return Refusal{ErrorCode::StorageFailed, "the state cannot be saved in " + path_ + ": " + step + ": " +
-                                                 std::generic_category().message(error)};
-  };
+  const std::string failed = "the state cannot be saved in " + path_ + ": ";
+  // What is written must be read again.
+  if (const auto check = CheckState(state); !check.Succeeded()) {
+    return Refusal{ErrorCode::StorageFailed, failed + "it makes no sense: " + check.Why().sentence};
+  }
+  try {
+    Recover();
+    WriteNew(EncodeState(state));
+    Replace();
+    return {};
+  } catch (const StorageFailure& failure) {
+    return Refusal{ErrorCode::StorageFailed, failed + failure.what()};
+  }
+}
+
+void StateFile::WriteNew(const std::string& text) {
   // What an interrupted save left has a mode that is not known, or is a link.
-  unlinkat(directory_.Get(), kNewFileName, 0);
-  {
-    const Descriptor file(
-        openat(directory_.Get(), kNewFileName, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kOwnerOnly));
-    if (!file.IsOpen()) {
-      return failed("opening");
-    }
-    if (!WriteAll(file.Get(), text)) {
-      return failed("writing");
-    }
-    if (fsync(file.Get()) != 0) {
-      return failed("syncing");
-    }
+  calls_->Unlink(kNew);
+  try {
+    const auto file = calls_->Create(kNew);
+    file->Write(text);
+    file->Sync();
+  } catch (const StorageFailure& failure) {
+    // A full disk gets its room back.
+    Discard(kNew);
+    throw;
   }
-  if (renameat(directory_.Get(), kNewFileName, directory_.Get(), kFileName) != 0) {
-    return failed("renaming");
+}
+
+void StateFile::Replace() {
+  const char* before = nullptr;  // the other name of the state in force, where there is one
+  bool replaced = false;
+  try {
+    calls_->Unlink(kOld);
+    if (calls_->Link(kCurrent, kOld)) {
+      before = kOld;
+    }
+    if (!calls_->Rename(kNew, kCurrent)) {
+      throw StorageFailure("renaming", ENOENT);
+    }
+    replaced = true;
+    if (before != nullptr) {
+      calls_->Rename(kOld, kLast);
+      before = kLast;
+    }
+    calls_->SyncDirectory();
+  } catch (const StorageFailure& failure) {
+    if (!replaced) {
+      Discard(kNew);
+      Discard(kOld);
+      throw;
+    }
+    PutBack(before, failure);
   }
-  // The new name is on the disk only once the directory is.
-  if (fsync(directory_.Get()) != 0) {
-    return failed("syncing the directory");
+}
+
+void StateFile::PutBack(const char* before, const StorageFailure& why) {
+  try {
+    if (before == nullptr) {
+      calls_->Unlink(kCurrent);
+    } else {
+      calls_->Rename(before, kCurrent);
+    }
+    calls_->SyncDirectory();
+  } catch (const StorageFailure& failure) {
+    throw StorageFailure(
+        std::string(why.what()) +
+        "; a restart may find the change all the same, since the state before it cannot be put "
+        "back: " +
+        failure.what());
   }
-  return {};
+  throw why;
+}
+
+void StateFile::Discard(const char* name) {
+  try {
+    calls_->Unlink(name);
+  } catch (const StorageFailure&) {
+    // The next save removes it, or fails and says why.
+  }
 }
 
 }  // namespace TALO::Wifid

@@ -5,6 +5,7 @@
 #include "daemon/model/mesh.h"
 #include "daemon/model/networks.h"
 #include "daemon/model/passwords.h"
+#include "daemon/model/schedules.h"
 #include "daemon/model/stations.h"
 #include "daemon/model/topology.h"
 
@@ -74,6 +75,20 @@ Wifi::StationSetting Station(Random& random) {
           Radio(random)};
 }
 
+Wifi::NetworkSchedule Schedule(const State& state, Random& random) {
+  Wifi::NetworkSchedule schedule{
+      NetworkId(state, random), Radio(random), ScheduleMode{random.OneOf<int>({0, 1, 0, 1, -1, 2})}, 0, {}};
+  if (schedule.mode == ScheduleMode::ValidFor || random.OneIn(8)) {
+    schedule.validFor = random.OneOf<int>({3600, 60, 0, -1});
+  } else {
+    for (int count = random.Below(3); count > 0; --count) {
+      const int start = random.Below(10080);
+      schedule.windows.push_back({start, start + random.Below(600)});
+    }
+  }
+  return schedule;
+}
+
 Wifi::BackhaulConfig Backhaul(Random& random) { return {Flip(random), SSID(random), Passphrase(random)}; }
 
 Wifi::MeshInfo Mesh(Random& random) {
@@ -129,6 +144,11 @@ const std::vector<RequestKind>& RequestKinds() {
          const Wifi::NetworkRadioPair target = {NetworkId(state, random), Radio(random)};
          const std::string passphrase = Passphrase(random);
          return StateOf(RotatePassword(state, capabilities, target, passphrase, random.Below(1000)));
+       }},
+      {"SetSchedule",
+       [](const State& state, const Capabilities& capabilities, Random& random) {
+         const Wifi::NetworkSchedule schedule = Schedule(state, random);
+         return StateOf(SetSchedule(state, capabilities, schedule, random.Below(1000)));
        }},
       {"SetCountryCode",
        [](const State& state, const Capabilities& capabilities, Random& random) {

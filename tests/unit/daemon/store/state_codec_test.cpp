@@ -79,6 +79,7 @@ TEST(EncodeState, WritesANewState) {
             "\t\t\"ssidHex\" : \"\"\n"
             "\t},\n"
             "\t\"backhaulSwapped\" : false,\n"
+            "\t\"checksum\" : \"b59129f4\",\n"
             "\t\"context\" : \"router\",\n"
             "\t\"country\" : \"DE\",\n"
             "\t\"macFilterGlobal\" : \n"
@@ -99,8 +100,19 @@ TEST(EncodeState, WritesANewState) {
             "\t\"radios\" : [],\n"
             "\t\"scanType\" : \"Default\",\n"
             "\t\"stations\" : [],\n"
-            "\t\"version\" : 1\n"
+            "\t\"version\" : 2\n"
             "}\n");
+}
+
+TEST(DecodeState, ReadsTheSampleOfEveryVersion) {
+  for (int version = 1; version <= kStateVersion; ++version) {
+    SCOPED_TRACE(version);
+    const std::string sample = SampleOfVersion(version);
+    ASSERT_NE(sample.find("\"version\" : " + std::to_string(version) + "\n"), std::string::npos);
+    const auto state = DecodeState(sample);
+    ASSERT_TRUE(state.Succeeded()) << state.Why().sentence;
+    EXPECT_EQ(state.Value(), FullState());
+  }
 }
 
 /// Expects that the state is read as it was written.

@@ -1,280 +1,168 @@
 #include "daemon/store/state_file.h"
 
-#include "support/files.h"
 #include "support/full_state.h"
 #include "support/print_model.h"
-#include "support/temporary_directory.h"
-
-#include <sys/stat.h>
+#include "support/routers.h"
+#include "support/simulated_disk.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <memory>
+#include <cerrno>
 #include <set>
 #include <string>
-#include <system_error>
 
 namespace TALO::Wifid {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// The permission bits of a file or directory.
-mode_t ModeOf(const std::string& path) {
-  struct stat status {};
-  EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-  return status.st_mode & 07777U;
-}
-
-std::set<std::string> NamesIn(const std::string& directory) {
-  std::set<std::string> names;
-  for (const auto& entry : fs::directory_iterator(directory)) {
-    names.insert(entry.path().filename().string());
-  }
-  return names;
-}
-
-/// What the constructor throws, empty when it does not.
-std::string FailureOf(const std::string& directory) {
-  try {
-    const StateFile file(directory);
-  } catch (const std::system_error& failure) {
-    return failure.what();
-  }
-  return "";
-}
-
-void ExpectLoads(StateFile& file, const State& state) {
-  const auto loaded = file.Load();
-  ASSERT_TRUE(loaded.Succeeded()) << loaded.Why().sentence;
-  ASSERT_TRUE(loaded.Value().has_value());
-  EXPECT_EQ(*loaded.Value(), state);
-}
-
-/// A state with these many networks.
-State StateWithNetworks(int count) {
-  State state;
-  state.nextNetworkId = count + 1;
-  state.radios = {{RadioFrequency::Band2_4GHz, true, 6, 20, 100, 6}};
-  for (int id = 1; id <= count; ++id) {
-    NetworkState network;
-    network.id = id;
-    network.networkName = network.ssid = "Network " + std::to_string(id);
-    network.slot = id;
-    state.networks.push_back(network);
-  }
-  return state;
-}
-
+/// A state file on a simulated disk, in the directory "/state".
 class StateFiles : public testing::Test {
  protected:
-  TemporaryDirectory top_;
-  const std::string directory_ = top_ / "state";
-  const std::string path_ = directory_ + "/state.json";
-  const std::string newPath_ = directory_ + "/state.json.new";
-  const State before_ = StateWithNetworks(1);
+  void StartWith(const SimulatedDisk::Files& files) {
+    disk_ = SimulatedDisk(files);
+    file_ = StateFile(disk_, "/state");
+  }
+  void Save(const State& state) {
+    const auto saved = file_.Save(state);
+    ASSERT_TRUE(saved.Succeeded()) << saved.Why().sentence;
+  }
+  /// Loads into a new state file, as the next daemon does.
+  StoredState LoadAgain() {
+    file_ = StateFile(disk_, "/state");
+    return ValueOf(file_.Load());
+  }
+  void ExpectLoads(const State& state) {
+    const StoredState loaded = LoadAgain();
+    EXPECT_EQ(loaded.state, state);
+    EXPECT_EQ(loaded.trouble, "");
+  }
+  std::set<std::string> Names() const {
+    std::set<std::string> names;
+    for (const auto& [name, text] : disk_.Now()) {
+      names.insert(name);
+    }
+    return names;
+  }
+  std::string SentenceOfSave(const State& state) { return WhyNot(file_.Save(state)).sentence; }
+
+  const State before_ = HomeState(TriBandRouter());
+  const State other_ = StateWithNetworks(TriBandRouter(), 3);
+  SimulatedDisk disk_;
+  StateFile file_{disk_, "/state"};
 };
 
 TEST_F(StateFiles, LoadNothingWhereNothingWasSaved) {
-  StateFile file(directory_);
-  const auto loaded = file.Load();
-  ASSERT_TRUE(loaded.Succeeded());
-  EXPECT_FALSE(loaded.Value().has_value());
-  EXPECT_EQ(NamesIn(directory_), (std::set<std::string>{"lock"}));
+  const StoredState loaded = LoadAgain();
+  EXPECT_EQ(loaded.state, std::nullopt);
+  EXPECT_EQ(loaded.trouble, "");
+  EXPECT_EQ(Names(), std::set<std::string>());
 }
 
 TEST_F(StateFiles, LoadWhatWasSavedLast) {
-  {
-    StateFile file(directory_);
-    ASSERT_TRUE(file.Save(before_).Succeeded());
-    ExpectLoads(file, before_);
-    ASSERT_TRUE(file.Save(FullState()).Succeeded());
-    ExpectLoads(file, FullState());
-  }
-  StateFile again(directory_);
-  ExpectLoads(again, FullState());
+  Save(before_);
+  ExpectLoads(before_);
+  Save(FullState());
+  ExpectLoads(FullState());
+  EXPECT_EQ(disk_.Now().at("state.json"), FullText());
 }
 
-TEST_F(StateFiles, HoldTheTextOfTheState) {
-  StateFile file(directory_);
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  EXPECT_EQ(ReadFile(path_), FullText());
+TEST_F(StateFiles, KeepTheStateBeforeTheLastChange) {
+  Save(before_);
+  EXPECT_EQ(Names(), (std::set<std::string>{"state.json"}));
+  const std::string first = disk_.Now().at("state.json");
+  Save(other_);
+  const std::string second = disk_.Now().at("state.json");
+  EXPECT_EQ(disk_.Now().at("state.json.last"), first);
+  Save(FullState());
+  EXPECT_EQ(disk_.Now(), (SimulatedDisk::Files{{"state.json", FullText()}, {"state.json.last", second}}));
 }
 
-TEST_F(StateFiles, LoadAStateThatIsLargerThanOneRead) {
-  const State state = StateWithNetworks(2000);
-  StateFile file(directory_);
-  ASSERT_TRUE(file.Save(state).Succeeded());
-  EXPECT_GT(fs::file_size(path_), 65536U);
-  ExpectLoads(file, state);
-}
-
-TEST_F(StateFiles, AreForTheirOwnerOnly) {
-  const mode_t mask = umask(0);
-  {
-    StateFile file(directory_);
-    EXPECT_TRUE(file.Save(before_).Succeeded());
-  }
-  umask(mask);
-  EXPECT_EQ(ModeOf(directory_), 0700U);
-  EXPECT_EQ(ModeOf(path_), 0600U);
-  EXPECT_EQ(ModeOf(directory_ + "/lock"), 0600U);
-}
-
-TEST_F(StateFiles, LeaveNothingBesideTheStateAndTheLock) {
-  StateFile file(directory_);
-  ASSERT_TRUE(file.Save(before_).Succeeded());
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  EXPECT_EQ(NamesIn(directory_), (std::set<std::string>{"lock", "state.json"}));
-}
-
-TEST_F(StateFiles, ReplaceTheFileInsteadOfWritingIntoIt) {
-  StateFile file(directory_);
-  ASSERT_TRUE(file.Save(before_).Succeeded());
-  fs::create_hard_link(path_, top_ / "kept");
-  const std::string kept = ReadFile(path_);
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  EXPECT_EQ(ReadFile(top_ / "kept"), kept);
-  EXPECT_EQ(ReadFile(path_), FullText());
+TEST_F(StateFiles, AreOnTheDiskOnceTheyAreSaved) {
+  Save(before_);
+  Save(FullState());
+  EXPECT_EQ(disk_.AfterPowerCut(), (std::set<SimulatedDisk::Files>{disk_.Now()}));
 }
 
 TEST_F(StateFiles, GoOverWhatAnInterruptedSaveLeftBehind) {
-  StateFile file(directory_);
-  WriteFile(newPath_, std::string(100000, 'x'));
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  EXPECT_EQ(ReadFile(path_), FullText());
-  EXPECT_EQ(NamesIn(directory_), (std::set<std::string>{"lock", "state.json"}));
+  StartWith(
+      {{"state.json.new", std::string(100000, 'x')}, {"state.json.old", "y"}, {"state.json", FullText()}});
+  ExpectLoads(FullState());
+  Save(before_);
+  EXPECT_EQ(Names(), (std::set<std::string>{"state.json", "state.json.last"}));
+  ExpectLoads(before_);
 }
 
-TEST_F(StateFiles, AreForTheirOwnerOnlyWhateverWasLeftBehind) {
-  StateFile file(directory_);
-  WriteFile(newPath_, "left behind");
-  fs::permissions(newPath_, fs::perms(0666));
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  EXPECT_EQ(ModeOf(path_), 0600U);
+// A daemon that was killed may have renamed without syncing.
+TEST_F(StateFiles, AreOnTheDiskOnceTheyAreLoaded) {
+  Save(before_);
+  disk_.CutAfter(8);
+  EXPECT_THROW(static_cast<void>(file_.Save(other_)), PowerCut);
+  disk_.CutAfter(1000);
+  EXPECT_GT(disk_.AfterPowerCut().size(), 1U);
+  ExpectLoads(other_);
+  EXPECT_EQ(disk_.AfterPowerCut().size(), 1U);
 }
 
-TEST_F(StateFiles, DoNotFollowALinkThatWasLeftBehind) {
-  StateFile file(directory_);
-  WriteFile(top_ / "other", "not ours");
-  fs::create_symlink(top_ / "other", newPath_);
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  EXPECT_EQ(ReadFile(top_ / "other"), "not ours");
-  EXPECT_FALSE(fs::is_symlink(path_));
-  EXPECT_EQ(ReadFile(path_), FullText());
+TEST_F(StateFiles, SayWhenWhatIsLoadedMayNotOutlastAPowerCut) {
+  Save(before_);
+  disk_.FailAfter(1, EIO);
+  const StoredState loaded = LoadAgain();
+  EXPECT_EQ(loaded.state, before_);
+  EXPECT_EQ(loaded.trouble,
+            "the state in /state may not outlast a power cut: syncing the directory: Input/output error");
 }
 
-TEST_F(StateFiles, StayAsTheyWereWhenTheNewOneCannotBeOpened) {
-  StateFile file(directory_);
-  ASSERT_TRUE(file.Save(before_).Succeeded());
-  const std::string kept = ReadFile(path_);
-  fs::create_directory(newPath_);
-
-  const auto saved = file.Save(FullState());
-
-  ASSERT_FALSE(saved.Succeeded());
-  EXPECT_EQ(saved.Why().code, ErrorCode::StorageFailed);
-  EXPECT_TRUE(saved.Why().sentence.starts_with("the state cannot be saved in " + directory_ + ": opening: "))
-      << saved.Why().sentence;
-  EXPECT_EQ(ReadFile(path_), kept);
-  ExpectLoads(file, before_);
-
-  fs::remove(newPath_);
-  ASSERT_TRUE(file.Save(FullState()).Succeeded());
-  ExpectLoads(file, FullState());
+TEST_F(StateFiles, RefuseAStateThatMakesNoSense) {
+  Save(before_);
+  State state = before_;
+  state.networks[1].ssid = state.networks[0].ssid;
+  EXPECT_EQ(SentenceOfSave(state),
+            "the state cannot be saved in /state: it makes no sense: the network 2 has the SSID \"Home\" of "
+            "another");
+  ExpectLoads(before_);
 }
 
-TEST_F(StateFiles, LeaveNothingBehindWhenTheNewOneCannotTakeItsPlace) {
-  StateFile file(directory_);
-  fs::create_directory(path_);
-
-  const auto saved = file.Save(FullState());
-
-  ASSERT_FALSE(saved.Succeeded());
-  EXPECT_EQ(saved.Why(), (Refusal{ErrorCode::StorageFailed, "the state cannot be saved in " + directory_ +
-                                                                ": renaming: Is a directory"}));
-  EXPECT_EQ(NamesIn(directory_), (std::set<std::string>{"lock", "state.json"}));
+TEST_F(StateFiles, OfANewerVersionAreRefusedAndLeftAlone) {
+  const SimulatedDisk::Files files = {{"state.json", "{\"version\" : 3}\n"}, {"state.json.last", FullText()}};
+  StartWith(files);
+  EXPECT_EQ(WhyNot(file_.Load()), (Refusal{ErrorCode::StorageFailed,
+                                           "the state in /state/state.json cannot be read: it is of version "
+                                           "3, this daemon knows the versions 1 to 2"}));
+  EXPECT_EQ(disk_.Now(), files);
 }
 
-TEST_F(StateFiles, CannotBeSavedIntoADirectoryThatIsGone) {
-  StateFile file(directory_);
-  fs::remove_all(directory_);
-  const auto saved = file.Save(FullState());
-  ASSERT_FALSE(saved.Succeeded());
-  EXPECT_EQ(saved.Why(), (Refusal{ErrorCode::StorageFailed, "the state cannot be saved in " + directory_ +
-                                                                ": opening: No such file or directory"}));
-}
-
-TEST_F(StateFiles, ThatCannotBeUnderstoodAreRefusedAndLeftAsTheyAre) {
-  StateFile file(directory_);
-  const std::string start = "the state in " + path_ + " cannot be read: ";
-  const std::pair<std::string, std::string> rows[] = {
-      {"", "it is not JSON (line 1, column 1)"},
-      {FullText().substr(0, 32), "it is not JSON (line 4, column 13)"},
-      {"{\"version\" : 2}\n", "it is of version 2, this daemon knows version 1"},
-      {"{\"version\" : 1}\n", "nextNetworkId is missing"},
-  };
-  for (const auto& [text, why] : rows) {
-    WriteFile(path_, text);
-    const auto loaded = file.Load();
-    ASSERT_FALSE(loaded.Succeeded()) << text;
-    EXPECT_EQ(loaded.Why(), (Refusal{ErrorCode::StorageFailed, start + why}));
-    EXPECT_EQ(ReadFile(path_), text);
+TEST_F(StateFiles, OfANewerVersionAreRefusedAsTheStateBeforeTheLastChangeToo) {
+  for (const bool hasCurrent : {false, true}) {
+    SimulatedDisk::Files files = {{"state.json.last", "{\"version\" : 3}\n"}};
+    if (hasCurrent) {
+      files["state.json"] = "{";
+    }
+    StartWith(files);
+    EXPECT_EQ(WhyNot(file_.Load()).sentence,
+              "the state in /state/state.json.last cannot be read: it is of version 3, this daemon knows the "
+              "versions 1 to 2");
+    EXPECT_EQ(disk_.Now(), files);
   }
 }
 
-TEST_F(StateFiles, ThatCannotBeReadAreRefused) {
-  StateFile file(directory_);
-  fs::create_directory(path_);
-  const auto loaded = file.Load();
-  ASSERT_FALSE(loaded.Succeeded());
-  EXPECT_EQ(loaded.Why(),
-            (Refusal{ErrorCode::StorageFailed, "the state in " + path_ + " cannot be read: Is a directory"}));
-  fs::remove(path_);
-  fs::create_symlink(path_, path_);
-  const auto again = file.Load();
-  ASSERT_FALSE(again.Succeeded());
-  EXPECT_EQ(again.Why(), (Refusal{ErrorCode::StorageFailed, "the state in " + path_ +
-                                                                " cannot be read: Too many levels of "
-                                                                "symbolic links"}));
+// The file may be as good as ever.
+TEST_F(StateFiles, ThatCannotBeOpenedAreRefusedAndLeftAlone) {
+  Save(before_);
+  Save(other_);
+  const SimulatedDisk::Files files = disk_.Now();
+  disk_.FailAfter(0, EMFILE);
+  EXPECT_EQ(WhyNot(file_.Load()),
+            (Refusal{ErrorCode::StorageFailed,
+                     "the state in /state/state.json cannot be read: reading: Too many open files"}));
+  EXPECT_EQ(disk_.Now(), files);
 }
 
-TEST_F(StateFiles, BelongToOneDaemonAtATime) {
-  auto first = std::make_unique<StateFile>(directory_);
-  EXPECT_EQ(FailureOf(directory_), "the state directory " + directory_ +
-                                       " is used by another daemon: Resource temporarily unavailable");
-  // The one that has it is not disturbed.
-  EXPECT_TRUE(first->Save(before_).Succeeded());
-  first.reset();
-  EXPECT_EQ(FailureOf(directory_), "");
-  StateFile second(directory_);
-  ExpectLoads(second, before_);
-}
-
-TEST_F(StateFiles, TakeADirectoryThatIsThere) {
-  fs::create_directory(directory_);
-  StateFile file(directory_);
-  ASSERT_TRUE(file.Save(before_).Succeeded());
-  ExpectLoads(file, before_);
-}
-
-TEST_F(StateFiles, NeedADirectory) {
-  WriteFile(directory_, "a file");
-  EXPECT_EQ(FailureOf(directory_),
-            "the state directory " + directory_ + " cannot be opened: Not a directory");
-  EXPECT_EQ(FailureOf(directory_ + "/below"),
-            "the state directory " + directory_ + "/below cannot be made: Not a directory");
-  EXPECT_EQ(FailureOf(top_ / "missing/state"),
-            "the state directory " + (top_ / "missing/state") + " cannot be made: No such file or directory");
-}
-
-TEST_F(StateFiles, NeedALock) {
-  fs::create_directory(directory_);
-  fs::create_directory(directory_ + "/lock");
-  EXPECT_EQ(FailureOf(directory_),
-            "the lock in the state directory " + directory_ + " cannot be opened: Is a directory");
+TEST_F(StateFiles, OfVersion1AreSavedInTheVersionOfToday) {
+  StartWith({{"state.json", SampleOfVersion(1)}});
+  ExpectLoads(FullState());
+  Save(FullState());
+  EXPECT_EQ(disk_.Now(),
+            (SimulatedDisk::Files{{"state.json", FullText()}, {"state.json.last", SampleOfVersion(1)}}));
 }
 
 }  // namespace
