@@ -1,6 +1,6 @@
 // What a daemon finds again that the one before left.
 
-#include "support/end_to_end_test.h"
+#include "support/story_test.h"
 
 #include <csignal>
 #include <filesystem>
@@ -71,6 +71,29 @@ TEST_F(StoredState, IsNotWrittenBeforeAnythingIsChanged) {
   RunTool({"getNetworks"});
   RunTool({"deleteNetwork", "--id", "1"});
   EXPECT_FALSE(std::filesystem::exists(StateFile()));
+}
+
+class StoredStateOnTheRadios : public StoryTest {};
+
+// A radio that is asked for more than its plan at the start fails here, and the daemon says so.
+TEST_F(StoredStateOnTheRadios, IsBroughtToEachOfThemOnce) {
+  StartStory("");
+  CreateNetwork("Home", 1);
+  CreateNetwork("Guests", 2);
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  StartStory(
+      R"("faults": {"apply": [{"radio": "Band2_4GHz", "skip": 1, "times": 2, "reason": "once was enough"},
+                                     {"radio": "Band5GHz", "skip": 1, "times": 2, "reason": "once was enough"}]})");
+  EXPECT_EQ(Daemon().GetProcess().Errors(), "info: talowifid serves com.talo.Wifi1\n");
+  ExpectNow({"getRadioIfStatuses"},
+            "Frequency           Radio Interface     Enabled Wifi Interfaces\n"
+            "Band2_4GHz          wlan0               wlan0_1 wlan0_2 \n"
+            "Band5GHz            wlan1               wlan1_1 wlan1_2 \n");
+  for (int radio = 0; radio < 2; ++radio) {
+    const ToolRun restart = RunTool({"restartNetworks", "--force", "1"});
+    EXPECT_EQ(restart.status, 1);
+    EXPECT_NE(restart.output.find("once was enough: Radio failed\n"), std::string::npos) << restart.output;
+  }
 }
 
 }  // namespace

@@ -17,7 +17,14 @@ ProcessSetup DaemonProcess(const PrivateBus& bus, const std::string& configFile,
 
 DaemonOnBus::DaemonOnBus(PrivateBus& bus, const DaemonSetup& setup)
     : bus_(bus), process_(DaemonProcess(bus, directory_ / "talowifid.conf", setup)) {
-  TestConnection(bus.Address()).WaitForOwner(process_);
+  TestConnection connection(bus.Address());
+  connection.WaitForOwner(process_);
+  try {
+    // It learns that it has the name before it answers.
+    connection.GetLogLevel();
+  } catch (const CallError&) {
+    // The bus lets nobody ask it.
+  }
 }
 
 int DaemonOnBus::Terminate(int signal) {

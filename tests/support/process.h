@@ -39,6 +39,7 @@ class Process {
   bool HasEnded() const;
 
   void SendSignal(int number) const;
+  pid_t GetId() const { return id_; }
 
   /// What was captured so far.
   std::string Output() const;

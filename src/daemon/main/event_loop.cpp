@@ -100,6 +100,8 @@ EventLoop::EventLoop(Options::Bus bus, Log& log) : log_(log) {
   Check(sd_event_set_watchdog(event, 1), "the watchdog cannot be set");
 
   bus_.reset(OpenBus(bus));
+  // Else the loop's end waits for ever for a bus that takes nothing; the destructor closes it.
+  Check(sd_bus_set_close_on_exit(bus_.get(), 0), "the bus cannot be kept open");
   Check(sd_bus_attach_event(bus_.get(), event, SD_EVENT_PRIORITY_NORMAL), "the bus cannot be watched");
   Check(sd_bus_match_signal(bus_.get(), nullptr, "org.freedesktop.DBus.Local", "/org/freedesktop/DBus/Local",
                             "org.freedesktop.DBus.Local", "Disconnected", OnDisconnected, this),

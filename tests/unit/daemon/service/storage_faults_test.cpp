@@ -48,7 +48,8 @@ class FaultyDisks : public EngineTest {
   /// Expects memory, radios and disk, whenever the power goes, to hold this state.
   void ExpectEverywhere(const State& state) {
     EXPECT_EQ(engine_->GetState(), state);
-    EXPECT_EQ(driver_.LastPlans(), MakePlan(state, TriBandRadios(), {}));
+    EXPECT_EQ(driver_.LastPlans(),
+              MakePlan(state, TriBandRadios(), ScheduledOff(state, clock_.now, calendar_)));
     EXPECT_EQ(Reloaded(disk_.Now()), state);
     for (const SimulatedDisk::Files& files : disk_.AfterPowerCut()) {
       EXPECT_EQ(Reloaded(files), state);
@@ -63,7 +64,7 @@ TEST_F(FaultyDisks, FailTheChangeOfWhateverKindAtWhateverCallAndNothingElse) {
   Random random(1);
   State state = two_;
   std::set<std::string> kinds;
-  for (int request = 0; request < 1000; ++request) {
+  for (int request = 0; request < 6000; ++request) {
     const RequestKind kind = random.OneOf(RequestKinds());
     const auto next = kind.ask(state, TriBandRadios(), random);
     if (!next.Succeeded() || next.Value() == state) {

@@ -1,5 +1,7 @@
 #include "daemon/store/state_codec.h"
 
+#include "daemon/model/state_check.h"
+#include "support/files.h"
 #include "support/full_state.h"
 #include "support/print_model.h"
 
@@ -113,6 +115,19 @@ TEST(DecodeState, ReadsTheSampleOfEveryVersion) {
     ASSERT_TRUE(state.Succeeded()) << state.Why().sentence;
     EXPECT_EQ(state.Value(), FullState());
   }
+}
+
+TEST(DecodeState, ReadsTheExampleOfTheDocumentation) {
+  const std::string page = ReadFile(TALOWIFI_STATE_PAGE);
+  const std::string opening = "```json\n";
+  const std::size_t start = page.find(opening) + opening.size();
+  const std::string example = page.substr(start, page.find("```", start) - start);
+  const auto state = DecodeState(example);
+  ASSERT_TRUE(state.Succeeded()) << state.Why().sentence;
+  EXPECT_TRUE(CheckState(state.Value()).Succeeded());
+  ASSERT_EQ(state.Value().networks.size(), 1U);
+  EXPECT_EQ(state.Value().networks[0].passphrase, "correct-horse");
+  EXPECT_EQ(EncodeState(state.Value()), example);
 }
 
 /// Expects that the state is read as it was written.
