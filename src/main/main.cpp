@@ -1,3 +1,4 @@
+#include "main/arguments.h"
 #include "main/dispatch.h"
 
 #include <fcntl.h>
@@ -23,8 +24,10 @@ void occupyStandardDescriptors() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // First of all: nothing may take its time while a passphrase can be seen.
+  const TALO::Tool::TakenArguments arguments(argc, argv);
   occupyStandardDescriptors();
   // A reader that went away shows as a failed write, and so as status 1, not as death by signal.
   std::signal(SIGPIPE, SIG_IGN);
-  return TALO::Tool::dispatch(argc, argv);
+  return TALO::Tool::dispatch(arguments.Count(), arguments.Words());
 }

@@ -4,6 +4,7 @@
 
 #include "bus/operations.h"
 #include "bus/signals.h"
+#include "daemon/service/access.h"
 #include "support/end_to_end_test.h"
 #include "support/files.h"
 #include "support/test_connection.h"
@@ -99,6 +100,24 @@ TEST_F(TheDaemonsIntrospection, HoldsWhatClientsCallAndTheSignalsThatAreSent) {
 
 TEST_F(TheDaemonsIntrospection, IsWhatTheDocumentsSay) {
   EXPECT_EQ(OfferedInterfaces("/com/talo/Wifi1"), DocumentedInterfaces());
+}
+
+TEST_F(TheDaemonsIntrospection, HoldsWhatTheTableOfAccessOpens) {
+  std::vector<Interfaces> objects;
+  for (const char* path : {"/com/talo/Wifi1", "/org/freedesktop/LogControl1"}) {
+    objects.push_back(ReadIntrospection(TestConnection(Address()).Introspect(path)));
+    for (const auto& [interface, described] : objects.back()) {
+      for (const auto& [method, arguments] : described.methods) {
+        EXPECT_TRUE(Wifid::IsOpen({interface, method})) << interface << "." << method << " has no row";
+      }
+    }
+  }
+  // Nor is anything open that is not there.
+  for (const Wifid::OpenMethod& row : Wifid::OpenMethods()) {
+    const auto interface = objects.front().find(std::string(row.interface));
+    ASSERT_NE(interface, objects.front().end()) << row.interface;
+    EXPECT_TRUE(interface->second.methods.contains(std::string(row.member))) << row.member;
+  }
 }
 
 TEST_F(TheDaemonsIntrospection, OffersTheStandardLogControl) {

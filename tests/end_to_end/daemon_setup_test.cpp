@@ -119,6 +119,8 @@ TEST_F(DaemonOptions, AreOnlyPrintedByHelp) {
                     "  --state-dir DIR           where the state is kept\n"
                     "  --scenario FILE           what the simulated radios hear\n"
                     "  --bridge NAME             bridge of new networks\n"
+                    "  --access-group GROUP      whose members may use the wifi daemon, netdev by \n"
+                    "                            default\n"
                     "  --log-level LEVEL         Error, Warning, Information or Debug\n"));
 }
 

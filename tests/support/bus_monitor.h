@@ -14,6 +14,9 @@ class BusMonitor {
   /// Waits until the bus has passed on a call of `member`.
   void WaitForCall(const std::string& member);
 
+  /// All signals with their values that the bus passes on until then.
+  std::string SignalsUntilCall(const std::string& member);
+
  private:
   Wifi::Bus::BusHandle bus_;
 };

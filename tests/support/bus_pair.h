@@ -16,6 +16,7 @@ class BusPair {
   BusPair();
 
   sd_bus* Server() const { return server_.get(); }
+  sd_bus* Client() const { return client_.get(); }
 
   /// A call of the daemon's object for the client to fill in.
   Wifi::Bus::Message NewCall(const char* interface, const char* member) const;

@@ -8,7 +8,8 @@ namespace TALO::EndToEnd {
 const char* DaemonProgram() { return TALOWIFID; }
 
 ProcessSetup DaemonProcess(const PrivateBus& bus, const std::string& configFile, const DaemonSetup& setup) {
-  WriteFile(configFile, setup.config);
+  // Not every machine has the group that is let in by default, and a missing one is logged.
+  WriteFile(configFile, "access-group = root\n" + setup.config);
   ProcessSetup process{.words = {DaemonProgram(), "--config", configFile}, .environment = setup.environment};
   process.words.insert(process.words.end(), setup.options.begin(), setup.options.end());
   process.environment.emplace("DBUS_SYSTEM_BUS_ADDRESS", bus.Address());

@@ -1,6 +1,7 @@
 #include "support/daemon_run.h"
 
 #include "daemon/main/stored_state.h"
+#include "support/admit_all.h"
 
 #include <variant>
 
@@ -14,7 +15,7 @@ DaemonRun::DaemonRun(World& world)
       engine_({store_, driver_, world.clock, world.calendar, announcer_, log_},
               LoadState(store_, driver_.GetCapabilities(), CountryCode::DE, log_)),
       schedules_(engine_, world.timers),
-      service_({engine_, wps_, schedules_, random_, log_, "br0"}) {
+      service_({engine_, wps_, schedules_, random_, log_, "br0", AdmitAll}) {
   driver_.SetEventSink([this](const RadioEvent& event) {
     if (const auto* finished = std::get_if<WPSFinished>(&event)) {
       wps_.Finished(*finished);

@@ -13,7 +13,30 @@ namespace TALO::EndToEnd {
 
 namespace {
 
-std::string BusConfig(const std::string& socket, const std::string& services, const BusSetup& setup) {
+/// What the bus's own configuration says on every machine.
+constexpr const char* kSystemRules = R"(
+    <allow user="*"/>
+    <deny own="*"/>
+    <deny send_type="method_call"/>
+    <allow send_type="signal"/>
+    <allow send_requested_reply="true" send_type="method_return"/>
+    <allow send_requested_reply="true" send_type="error"/>
+    <allow receive_type="method_call"/>
+    <allow receive_type="method_return"/>
+    <allow receive_type="error"/>
+    <allow receive_type="signal"/>
+    <allow send_destination="org.freedesktop.DBus" send_interface="org.freedesktop.DBus"/>
+)";
+
+constexpr const char* kOpenRules = R"(
+    <allow user="*"/>
+    <allow send_destination="*"/>
+    <allow receive_sender="*"/>
+    <allow own="*"/>
+)";
+
+std::string BusConfig(const std::string& socket, const std::string& services, const std::string& policies,
+                      const BusSetup& setup) {
   return R"(<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
   "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
 <busconfig>
@@ -23,13 +46,12 @@ std::string BusConfig(const std::string& socket, const std::string& services, co
   <servicedir>)" +
          services + R"(</servicedir>
   <auth>EXTERNAL</auth>
-  <policy context="default">
-    <allow send_destination="*"/>
-    <allow receive_sender="*"/>
-    <allow own="*"/>
-    )" + setup.policy +
+  <policy context="default">)" +
+         (setup.policyFile.empty() ? kOpenRules : kSystemRules) + setup.policy +
          R"(
   </policy>
+  <includedir>)" +
+         policies + R"(</includedir>
   <limit name="service_start_timeout">)" +
          std::to_string(setup.startTimeout) + R"(</limit>
 </busconfig>
@@ -59,7 +81,14 @@ PrivateBus::PrivateBus(const BusSetup& setup) {
               "[D-BUS Service]\nName=com.talo.Wifi1\nExec=" + setup.activation + "\n");
   }
   const std::string config = directory_ / "bus.conf";
-  WriteFile(config, BusConfig(directory_ / "bus", services, setup));
+  const std::string policies = directory_ / "policies";
+  std::filesystem::create_directory(policies);
+  if (!setup.policyFile.empty()) {
+    WriteFile(policies + "/com.talo.Wifi1.conf", setup.policyFile);
+  }
+  WriteFile(config, BusConfig(directory_ / "bus", services, policies, setup));
+  // Other users come to the socket, if the policy lets them.
+  std::filesystem::permissions(directory_ / "", std::filesystem::perms(0755));
 
   Pipe pipe = OpenPipe();
   process_ = std::make_unique<Process>(

@@ -16,6 +16,9 @@ struct BusSetup {
   int startTimeout = 25000;
   /// The command that starts the daemon when its name is called for; empty: nothing starts it.
   std::string activation = {};
+  /// The text of a policy file that is in force in place of "everybody may do everything", beside the rules
+  /// that every system bus has.
+  std::string policyFile = {};
 };
 
 /// A bus of a test's own, ready once this is made.

@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <grp.h>
+
 #include <array>
 #include <csignal>
 #include <cstdlib>
@@ -68,8 +70,20 @@ struct Streams {
   bool closeOthers;
 };
 
+/// Changing the user forgets the signal at the parent's end, so this comes before that is asked for.
+void BecomeNobody() {
+  constexpr uid_t kNobody = 65534;
+  if (setgroups(0, nullptr) != 0 || setgid(kNobody) != 0 || setuid(kNobody) != 0) {
+    _exit(127);
+  }
+}
+
 /// The child's side, between fork and exec: async-signal-safe calls only.
-[[noreturn]] void Become(char* const* words, char* const* environment, const Streams& streams, pid_t parent) {
+[[noreturn]] void Become(char* const* words, char* const* environment, const Streams& streams, pid_t parent,
+                         bool asNobody) {
+  if (asNobody) {
+    BecomeNobody();
+  }
   prctl(PR_SET_PDEATHSIG, SIGKILL);
   if (getppid() != parent) {
     _exit(127);
@@ -117,7 +131,7 @@ Process::Process(const ProcessSetup& setup)
     ThrowErrno("no process can be made for " + name_);
   }
   if (id_ == 0) {
-    Become(wordPointers.data(), assignmentPointers.data(), streams, parent);
+    Become(wordPointers.data(), assignmentPointers.data(), streams, parent, setup.asNobody);
   }
   handle_ = Opened(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)), "a process cannot be watched");
 }

@@ -22,6 +22,7 @@ struct ProcessSetup {
   Output output = Output::Captured;
   int givenOutput = -1;            ///< the descriptor that becomes standard output where it is given
   bool closeOtherStreams = false;  ///< standard input and error closed too; nothing is captured of either
+  bool asNobody = false;           ///< as the user who has no rights; only root may ask for that
 };
 
 /// A child process with its standard error captured, and its standard output as the setup says. It starts
@@ -40,6 +41,8 @@ class Process {
 
   void SendSignal(int number) const;
   pid_t GetId() const { return id_; }
+
+  pid_t Id() const { return id_; }
 
   /// What was captured so far.
   std::string Output() const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "daemon/service/service.h"
+#include "support/admit_all.h"
 #include "support/bus_pair.h"
 #include "support/engine_test.h"
 #include "support/operation_calls.h"
@@ -51,7 +52,7 @@ class ServiceTest : public EngineTest {
   ManualTimers timers_;
   ScheduleKeeper schedules_{*engine_, timers_};
   FakeRandom random_;
-  Service service_{{*engine_, wps_, schedules_, random_, log_, "br-lan"}};
+  Service service_{{*engine_, wps_, schedules_, random_, log_, "br-lan", AdmitAll}};
   BusPair pair_;
 };
 

@@ -3,6 +3,7 @@
 #include "daemon/radio/simulated/simulated_driver.h"
 #include "daemon/service/engine.h"
 #include "daemon/service/service.h"
+#include "support/admit_all.h"
 #include "support/bus_pair.h"
 #include "support/fake_doors.h"
 #include "support/manual_timers.h"
@@ -57,7 +58,7 @@ class SimulatedService {
   Engine engine_;
   WPSSessions wps_{engine_};
   ScheduleKeeper schedules_{engine_, timers_};
-  Service service_{{engine_, wps_, schedules_, random_, log_, "br0"}};
+  Service service_{{engine_, wps_, schedules_, random_, log_, "br0", AdmitAll}};
   BusPair pair_;
 };
 

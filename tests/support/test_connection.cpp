@@ -1,6 +1,8 @@
 #include "support/test_connection.h"
 
 #include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -57,6 +59,53 @@ BusHandle OpenBus(const std::string& address, bool asMonitor) {
   CheckMessage(sd_bus_set_monitor(bus, asMonitor ? 1 : 0));
   CheckMessage(sd_bus_start(bus));
   return handle;
+}
+
+namespace {
+
+// The system calls themselves change this thread alone, and the library's functions all of the process.
+void SetGroups(const std::vector<gid_t>& groups) {
+  if (syscall(SYS_setgroups, groups.size(), groups.data()) != 0) {
+    ThrowErrno("the groups cannot be set");
+  }
+}
+
+void SetEffective(long call, id_t id) {
+  constexpr id_t kSame = static_cast<id_t>(-1);
+  if (syscall(call, kSame, id, kSame) != 0) {
+    ThrowErrno("the user cannot be changed");
+  }
+}
+
+/// Makes the thread another user's and back.
+class ActingAs {
+ public:
+  explicit ActingAs(const User& user) : groups_(static_cast<std::size_t>(getgroups(0, nullptr))) {
+    if (getgroups(static_cast<int>(groups_.size()), groups_.data()) < 0) {
+      ThrowErrno("the groups cannot be read");
+    }
+    SetGroups(user.groups);
+    SetEffective(SYS_setresgid, user.group);
+    SetEffective(SYS_setresuid, user.id);
+  }
+  ActingAs(const ActingAs&) = delete;
+  ActingAs& operator=(const ActingAs&) = delete;
+  ~ActingAs() {
+    SetEffective(SYS_setresuid, getuid());
+    SetEffective(SYS_setresgid, getgid());
+    SetGroups(groups_);
+  }
+
+ private:
+  std::vector<gid_t> groups_;
+};
+
+}  // namespace
+
+// The bus knows whom a socket was connected by.
+BusHandle OpenBusAs(const std::string& address, const User& user) {
+  const ActingAs other(user);
+  return OpenBus(address);
 }
 
 void ProcessBusUntil(sd_bus* bus, int wake, const std::string& awaited, const std::function<bool()>& done,

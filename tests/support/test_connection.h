@@ -6,6 +6,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace TALO::EndToEnd {
 
@@ -33,6 +34,7 @@ class CallError : public std::runtime_error {
 class TestConnection {
  public:
   explicit TestConnection(const std::string& address);
+  explicit TestConnection(Wifi::Bus::BusHandle bus) : bus_(std::move(bus)) {}
 
   /// Waits until the daemon's name has an owner. Throws std::runtime_error with its log when `daemon` ends
   /// before.
@@ -61,6 +63,16 @@ class TestConnection {
 
   Wifi::Bus::BusHandle bus_;
 };
+
+/// Whom a connection acts for.
+struct User {
+  uid_t id;
+  gid_t group;
+  std::vector<gid_t> groups = {};
+};
+
+/// Opens a connection that the bus takes for another user's. Only root can.
+Wifi::Bus::BusHandle OpenBusAs(const std::string& address, const User& user);
 
 /// Opens a connection to the bus at `address`; one that is to become a monitor is told so before.
 Wifi::Bus::BusHandle OpenBus(const std::string& address, bool asMonitor = false);

@@ -1,3 +1,4 @@
+#include "daemon/main/callers_setup.h"
 #include "daemon/main/ending.h"
 #include "daemon/main/event_clock.h"
 #include "daemon/main/event_loop.h"
@@ -5,6 +6,7 @@
 #include "daemon/main/kernel_random.h"
 #include "daemon/main/local_calendar.h"
 #include "daemon/main/options.h"
+#include "daemon/main/secrecy.h"
 #include "daemon/main/setup_check.h"
 #include "daemon/main/stored_state.h"
 #include "daemon/radio/simulated/scenario.h"
@@ -38,6 +40,7 @@ void Serve(const Options& options) {
   CheckCountry(options);
   Log log(*SeverityOf(options.logLevel));
   EventLoop loop(options.bus, log);
+  Callers callers = MakeCallers(loop.GetBus(), options.accessGroup, log);
   EventTimers timers(loop);
   EventClock clock(loop.GetEvent());
   const LocalCalendar calendar;
@@ -52,7 +55,8 @@ void Serve(const Options& options) {
                 LoadState(store, driver.GetCapabilities(), options.country, log));
   WPSSessions wps(engine);
   ScheduleKeeper schedules(engine, timers);
-  Service service({engine, wps, schedules, random, log, options.bridge});
+  Service service({engine, wps, schedules, random, log, options.bridge,
+                   [&callers](sd_bus_message* call) { return callers.Admit(call); }});
 
   driver.SetEventSink([&](const RadioEvent& event) {
     if (const auto* finished = std::get_if<WPSFinished>(&event)) {
@@ -60,7 +64,7 @@ void Serve(const Options& options) {
     }
     announcer.Happened(event);
   });
-  announcer.Attach(loop.GetBus());
+  callers.Attach(loop.GetBus());
   service.Attach(loop.GetBus());
   Ending ending(engine, timers);
   loop.WhenAskedToEnd([&] { ending.Begin([&] { loop.End(); }); });
@@ -68,6 +72,8 @@ void Serve(const Options& options) {
   engine.Start([&] {
     schedules.Rearm();
     loop.Open();
+    // Not before: the bus keeps signals from those whom they are not for by the name of their sender.
+    announcer.Attach(loop.GetBus());
   });
   loop.Run();
 }
@@ -78,6 +84,7 @@ void Serve(const Options& options) {
 
 int main(int argc, char** argv) {
   try {
+    TALO::Wifid::KeepMemorySecret();
     if (const auto options = TALO::Wifid::ParseOptions(argc, argv)) {
       TALO::Wifid::Serve(*options);
     }

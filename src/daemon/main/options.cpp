@@ -27,11 +27,12 @@ po::options_description ConfigOptions() {
   options.add_options()("radio-driver", word("simulated"), "which radios to run on")(
       "model", word("MODEL"), "router model: Alder100, Birch200, Cedar300 or Dune40")(
       "country", word("CODE"), "country code of a router that was never set up")(
-      "bus", word("system|session"), "which bus to serve")(
-      "state-dir", word("DIR"), "where the state is kept")("scenario", word("FILE"),
-                                                           "what the simulated radios hear")(
-      "bridge", word("NAME"), "bridge of new networks")("log-level", word("LEVEL"),
-                                                        "Error, Warning, Information or Debug");
+      "bus", word("system|session"), "which bus to serve")("state-dir", word("DIR"),
+                                                           "where the state is kept")(
+      "scenario", word("FILE"), "what the simulated radios hear")("bridge", word("NAME"),
+                                                                  "bridge of new networks")(
+      "access-group", word("GROUP"), "whose members may use the wifi daemon, netdev by default")(
+      "log-level", word("LEVEL"), "Error, Warning, Information or Debug");
   return options;
 }
 
@@ -141,6 +142,7 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   result.stateDirectory = ReadText(values, "state-dir", DefaultStateDirectory());
   result.scenario = ReadText(values, "scenario", result.scenario);
   result.bridge = ReadText(values, "bridge", result.bridge);
+  result.accessGroup = ReadText(values, "access-group", result.accessGroup);
   result.logLevel = ReadEnum(values, "log-level", result.logLevel);
   return result;
 }

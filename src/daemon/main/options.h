@@ -18,6 +18,7 @@ struct Options {
   std::string stateDirectory = "/var/lib/talowifi";
   std::string scenario;  ///< file of what the simulated radios hear; empty for silence
   std::string bridge = "br0";
+  std::string accessGroup = "netdev";  ///< whose members may call, beside root and the daemon's own user
   Wifi::Util::LogLevel logLevel = Wifi::Util::LogLevel::Information;
 };
 

@@ -35,11 +35,12 @@ class Vtable {
 template <typename Rows>
 class BusInterface {
  public:
-  BusInterface() : vtable_(Rows::size + kMaximumSignals) {
+  /// `admit` is asked before each call.
+  explicit BusInterface(const Admission& admit) : vtable_(Rows::size + kMaximumSignals) {
     endpoints_.reserve(Rows::size);
-    Rows::ForEach([this](auto row) {
+    Rows::ForEach([&, this](auto row) {
       using Row = decltype(row);
-      endpoints_.emplace_back(Row::name.text);
+      endpoints_.emplace_back(Row::name.text, admit);
       vtable_.AddMethod(Row::name.text, Row::ArgumentsCodec::signature.text, Row::argumentNames.View(),
                         Row::ResultCodec::signature.text, Row::resultName.View(), Row::sensitive);
     });

@@ -3,24 +3,23 @@
 #include "client/bytes.h"
 
 #include <exception>
+#include <utility>
 
 namespace TALO::Wifid {
 
 namespace Bus = Wifi::Bus;
 
-PendingCall::PendingCall(sd_bus_message* call) : call_(sd_bus_message_ref(call)) {}
+PendingCall::PendingCall(sd_bus_message* call, std::shared_ptr<const Place> place)
+    : call_(sd_bus_message_ref(call)), place_(std::move(place)) {}
 
-PendingCall::~PendingCall() {
-  if (!answered_) {
-    Fail("the call was dropped");
-  }
-}
+PendingCall::~PendingCall() { Fail("the call was dropped"); }
+
+bool PendingCall::TakeTurn() { return std::exchange(place_, nullptr) != nullptr; }
 
 void PendingCall::Refuse(const Refusal& refusal) {
-  if (answered_) {
+  if (!TakeTurn()) {
     return;
   }
-  answered_ = true;
   const char* name = Bus::ErrorNameOf(refusal.code);
   // A caller that has gone is no failure of ours: nothing is left to be done with the answer.
   sd_bus_reply_method_errorf(call_.get(), name != nullptr ? name : SD_BUS_ERROR_FAILED, "%s",
@@ -36,24 +35,28 @@ Bus::Message PendingCall::NewReply() {
 }
 
 void PendingCall::Send(sd_bus_message* reply) {
-  if (answered_) {
+  if (!TakeTurn()) {
     return;
   }
-  answered_ = true;
   sd_bus_send(nullptr, reply, nullptr);
 }
 
 void PendingCall::Fail(const std::string& why) {
-  if (answered_) {
+  if (!TakeTurn()) {
     return;
   }
-  answered_ = true;
   sd_bus_reply_method_errorf(call_.get(), SD_BUS_ERROR_FAILED, "the wifi daemon failed: %s",
                              Wifi::ToReadableText(why).c_str());
 }
 
 void Endpoint::Receive(sd_bus_message* message) const {
-  const auto call = std::make_shared<PendingCall>(message);
+  const auto place = admit_(message);
+  if (!place.Succeeded()) {
+    sd_bus_reply_method_errorf(message, Bus::ErrorNameOf(place.Why().code), "%s",
+                               place.Why().sentence.c_str());
+    return;
+  }
+  const auto call = std::make_shared<PendingCall>(message, place.Value());
   if (!handle_) {
     call->Refuse(
         {ErrorCode::NotSupported, std::string("the wifi daemon does not support ") + operation_ + " yet"});

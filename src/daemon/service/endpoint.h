@@ -4,6 +4,7 @@
 #include "bus/message.h"
 #include "bus/operations.h"
 #include "daemon/model/result.h"
+#include "daemon/service/admission.h"
 
 #include <functional>
 #include <memory>
@@ -18,8 +19,8 @@ namespace TALO::Wifid {
 /// in vain.
 class PendingCall {
  public:
-  /// Takes a reference to the message of the call.
-  explicit PendingCall(sd_bus_message* call);
+  /// Takes a reference to the message of the call; keeps its place until it is answered.
+  PendingCall(sd_bus_message* call, std::shared_ptr<const Place> place);
   PendingCall(const PendingCall&) = delete;
   PendingCall& operator=(const PendingCall&) = delete;
   ~PendingCall();
@@ -42,13 +43,18 @@ class PendingCall {
   }
 
   sd_bus_message* Get() const { return call_.get(); }
+  /// Whether there is still somebody to answer.
+  bool IsAwaited() const { return place_ != nullptr && place_->CallerIsHere(); }
 
  private:
   Wifi::Bus::Message NewReply();
   void Send(sd_bus_message* reply);
 
+  /// Whether this is the first answer, which counts; the place is free then.
+  bool TakeTurn();
+
   Wifi::Bus::Message call_;
-  bool answered_ = false;
+  std::shared_ptr<const Place> place_;  ///< null once answered
 };
 
 /// Takes a handler's result to the caller, now or later. Copies answer the same call; only the first answer
@@ -70,6 +76,8 @@ class Responder {
     }
   }
 
+  bool IsAwaited() const { return call_->IsAwaited(); }
+
  private:
   std::shared_ptr<PendingCall> call_;
 };
@@ -77,7 +85,7 @@ class Responder {
 /// What the daemon does with calls of one operation. One without a handler refuses with NotSupported.
 class Endpoint {
  public:
-  explicit Endpoint(const char* operation) : operation_(operation) {}
+  Endpoint(const char* operation, Admission admit) : operation_(operation), admit_(std::move(admit)) {}
 
   /// Sets what is done with a call of `Method`: `handler(arguments..., Responder)`.
   template <auto Method, typename Handler>
@@ -95,6 +103,7 @@ class Endpoint {
 
  private:
   const char* operation_;
+  Admission admit_;
   std::function<void(const std::shared_ptr<PendingCall>&)> handle_;
 };
 

@@ -116,7 +116,7 @@ void Engine::Use(RadioFrequency radio, std::function<void(std::function<void()>)
 
 void Engine::Restart(ApplyMode mode, Done<void> done) {
   queue_.Enter(AllRadios(), [this, mode, done = std::move(done)](RadioQueue::Ticket ticket) {
-    if (RefuseAtEnd(ticket, done)) {
+    if (IsTooLate(ticket, done)) {
       return;
     }
     // What a radio was last brought to says nothing of how it is now: the driver finds what differs.
@@ -130,7 +130,7 @@ void Engine::Restart(ApplyMode mode, Done<void> done) {
 
 void Engine::EvaluateSchedules(Done<void> done) {
   queue_.Enter(AllRadios(), [this, done = std::move(done)](RadioQueue::Ticket ticket) {
-    if (RefuseAtEnd(ticket, done)) {
+    if (IsTooLate(ticket, done)) {
       return;
     }
     scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);

@@ -8,6 +8,7 @@
 #include "daemon/radio/radio_driver.h"
 #include "daemon/service/announcer.h"
 #include "daemon/service/clock.h"
+#include "daemon/service/done.h"
 #include "daemon/service/log.h"
 #include "daemon/service/radio_queue.h"
 #include "daemon/store/state_store.h"
@@ -28,7 +29,7 @@ namespace TALO::Wifid {
 class Engine {
  public:
   template <typename Answer>
-  using Done = std::function<void(const Result<Answer>&)>;
+  using Done = Wifid::Done<Answer>;
   template <typename Answer>
   using Rule = std::function<Result<Change<Answer>>(const State&)>;
   using Radios = RadioQueue::Radios;
@@ -61,11 +62,12 @@ class Engine {
   }
 
   /// Carries a change through. `rule` makes it, from the state in force once the change's turn on `radios`
-  /// has come; it may change the plans of those radios only.
+  /// has come; it may change the plans of those radios only. Here as below, what nobody awaits any more by
+  /// the time of its turn is dropped.
   template <typename Answer>
   void Make(const Radios& radios, Rule<Answer> rule, Done<Answer> done) {
     queue_.Enter(radios, [this, radios, rule = std::move(rule), done = std::move(done)](auto ticket) {
-      if (RefuseAtEnd(ticket, done)) {
+      if (IsTooLate(ticket, done)) {
         return;
       }
       auto change = rule(state_);
@@ -111,14 +113,18 @@ class Engine {
  private:
   using Finish = std::function<void(const Result<void>&)>;
 
-  /// Whether it comes too late; it is answered then.
+  /// Whether its turn comes too late: nobody awaits it any more, or the daemon ends, which is answered. Its
+  /// turn is over then.
   template <typename Answer>
-  bool RefuseAtEnd(RadioQueue::Ticket ticket, const Done<Answer>& done) {
+  bool IsTooLate(RadioQueue::Ticket ticket, const Done<Answer>& done) {
+    if (done.IsAwaited() && !ending_) {
+      return false;
+    }
     if (ending_) {
       done(Refusal{ErrorCode::Busy, "the wifi daemon is about to end"});
-      queue_.Leave(ticket);
     }
-    return ending_;
+    queue_.Leave(ticket);
+    return true;
   }
   Result<void> Save(const State& state);
 

@@ -72,10 +72,12 @@ void Service::HandleSchedulesAndPasswords() {
         [&engine, schedule](const State& state) {
           return SetSchedule(state, engine.GetCapabilities(), schedule, engine.GetDoors().clock.WallNow());
         },
-        [this, respond](const Result<void>& made) {
-          parts_.schedules.Rearm();
-          respond(made);
-        });
+        Engine::Done<void>(
+            [this, respond](const Result<void>& made) {
+              parts_.schedules.Rearm();
+              respond(made);
+            },
+            respond));
   });
   tool_.Handle<&WifiClientForTool::UpdateSchedule>([this](ScheduleMode mode, auto respond) {
     if (!IsReal(mode)) {

@@ -45,6 +45,10 @@ void Scan(Engine& engine, RadioFrequency asked, const ScanDone& done) {
   }
   for (const RadioFrequency radio : radios.Value()) {
     engine.Use(radio, [&engine, radio, listening, done](const std::function<void()>& leave) {
+      if (!done.IsAwaited()) {
+        leave();
+        return;
+      }
       engine.GetDoors().driver.Scan(radio, [radio, listening, done, leave](const auto& results) {
         leave();
         if (results.Succeeded()) {
@@ -74,6 +78,10 @@ void ReconnectAll(Engine& engine, const Engine::Done<void>& done) {
   }
   for (const RadioFrequency radio : radios) {
     engine.Use(radio, [&engine, radio, progress, done](const std::function<void()>& leave) {
+      if (!done.IsAwaited()) {
+        leave();
+        return;
+      }
       engine.GetDoors().driver.Reconnect(radio, [progress, done, leave](const Result<void>& result) {
         leave();
         if (!result.Succeeded() && progress->outcome.Succeeded()) {

@@ -10,7 +10,13 @@ namespace TALO::Wifid {
 using Wifi::WifiClientForTool;
 using Wifi::Util::LogLevel;
 
-Service::Service(Parts parts) : parts_(std::move(parts)), logControl_(parts_.log) {
+Service::Service(Parts parts)
+    : parts_(std::move(parts)),
+      general_(parts_.admit),
+      mesh_(parts_.admit),
+      topology_(parts_.admit),
+      tool_(parts_.admit),
+      logControl_(parts_.log) {
   Wifi::Bus::ForEachSignal([this](auto signal) { general_.Offer<decltype(signal)>(); });
   HandleNetworks();
   HandleRadios();

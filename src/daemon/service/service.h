@@ -21,6 +21,7 @@ class Service {
     RandomSource& random;
     Log& log;
     std::string bridge;  ///< where new networks send the traffic of their stations
+    Admission admit;     ///< asked before each call of an operation
   };
 
   explicit Service(Parts parts);

@@ -39,6 +39,10 @@ void WPSSessions::Open(const Wifi::NetworkRadioPair& target, Engine::Done<void> 
   }
   UseRadioOf(interface.Value(), [this, target, expected = interface.Value(),
                                  done = std::move(done)](const std::function<void()>& leave) {
+    if (!done.IsAwaited()) {
+      leave();
+      return;
+    }
     // Whatever had the radio before may have changed what was there: then it is looked at anew.
     const auto now = Look([&target](const WPSPicture& picture) { return WPSInterface(picture, target); });
     if (!now.Succeeded() || now.Value() != expected) {
@@ -75,6 +79,10 @@ void WPSSessions::End(const std::string& interface, Engine::Done<void> done) {
     return;
   }
   UseRadioOf(interface, [this, interface, done = std::move(done)](const std::function<void()>& leave) {
+    if (!done.IsAwaited()) {
+      leave();
+      return;
+    }
     const auto still =
         Look([&interface](const WPSPicture& picture) { return CheckWPSConnected(picture, interface); });
     if (!still.Succeeded()) {
@@ -96,6 +104,10 @@ void WPSSessions::ConfigureRegistrar(const Wifi::WPS_ERConfigInput& input, Engin
     return;
   }
   UseRadioOf(input.ifName, [this, input, done = std::move(done)](const std::function<void()>& leave) {
+    if (!done.IsAwaited()) {
+      leave();
+      return;
+    }
     const auto still = CheckRegistrarInput(engine_.GetState(), engine_.GetCapabilities(), input);
     if (!still.Succeeded()) {
       leave();

@@ -75,13 +75,15 @@ TEST_F(DaemonOptions, HaveDefaults) {
   EXPECT_EQ(options.stateDirectory, "/var/lib/talowifi");
   EXPECT_EQ(options.scenario, "");
   EXPECT_EQ(options.bridge, "br0");
+  EXPECT_EQ(options.accessGroup, "netdev");
   EXPECT_EQ(options.logLevel, LogLevel::Information);
 }
 
 TEST_F(DaemonOptions, ComeFromTheCommandLine) {
-  const Options options = ParseWithFile({"--radio-driver", "simulated", "--model", "Dune40", "--country=US",
-                                         "--bus", "session", "--state-dir", "/tmp/state", "--scenario",
-                                         "home.json", "--bridge=br-lan", "--log-level", "Debug"});
+  const Options options =
+      ParseWithFile({"--radio-driver", "simulated", "--model", "Dune40", "--country=US", "--bus", "session",
+                     "--state-dir", "/tmp/state", "--scenario", "home.json", "--bridge=br-lan",
+                     "--access-group", "wheel", "--log-level", "Debug"});
   EXPECT_EQ(options.radioDriver, "simulated");
   EXPECT_EQ(options.model, SupportedModel::Dune40);
   EXPECT_EQ(options.country, CountryCode::US);
@@ -89,6 +91,7 @@ TEST_F(DaemonOptions, ComeFromTheCommandLine) {
   EXPECT_EQ(options.stateDirectory, "/tmp/state");
   EXPECT_EQ(options.scenario, "home.json");
   EXPECT_EQ(options.bridge, "br-lan");
+  EXPECT_EQ(options.accessGroup, "wheel");
   EXPECT_EQ(options.logLevel, LogLevel::Debug);
 }
 
@@ -103,6 +106,7 @@ TEST_F(DaemonOptions, ComeFromTheConfigurationFile) {
       "state-dir = /srv/wifi state\n"
       "scenario = /srv/the home.json\n"
       "bridge = br-lan # of the house\n"
+      "access-group = wifi users\n"
       "log-level = Error\n");
   const Options options = ParseWithFile();
   EXPECT_EQ(options.radioDriver, "simulated");
@@ -112,6 +116,7 @@ TEST_F(DaemonOptions, ComeFromTheConfigurationFile) {
   EXPECT_EQ(options.stateDirectory, "/srv/wifi state");
   EXPECT_EQ(options.scenario, "/srv/the home.json");
   EXPECT_EQ(options.bridge, "br-lan");
+  EXPECT_EQ(options.accessGroup, "wifi users");
   EXPECT_EQ(options.logLevel, LogLevel::Error);
 }
 
@@ -249,6 +254,8 @@ TEST_F(DaemonOptions, PrintTheHelpAndDoNothingElse) {
       "  --state-dir DIR           where the state is kept\n"
       "  --scenario FILE           what the simulated radios hear\n"
       "  --bridge NAME             bridge of new networks\n"
+      "  --access-group GROUP      whose members may use the wifi daemon, netdev by \n"
+      "                            default\n"
       "  --log-level LEVEL         Error, Warning, Information or Debug\n";
   for (const Words& words : {Words{"--help"}, Words{"--help", "--model", "Nothing"},
                              Words{"--config", "/missing.conf", "--help"}}) {

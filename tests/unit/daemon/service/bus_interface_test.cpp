@@ -1,6 +1,7 @@
 #include "daemon/service/bus_interface.h"
 
 #include "bus/names.h"
+#include "support/admit_all.h"
 #include "support/bus_pair.h"
 #include "support/print_model.h"
 
@@ -46,8 +47,8 @@ class BusInterfaces : public testing::Test {
   }
 
   std::vector<std::string> asked_;
-  BusInterface<Bus::General> general_;
-  BusInterface<Bus::Tool> tool_;
+  BusInterface<Bus::General> general_{AdmitAll};
+  BusInterface<Bus::Tool> tool_{AdmitAll};
   BusPair pair_;
 };
 
@@ -136,7 +137,7 @@ TEST_F(BusInterfaces, OfferEveryOperationOnce) {
 TEST(BusInterface, IsGoneFromTheBusWithItsObject) {
   BusPair pair;
   {
-    BusInterface<Bus::Tool> tool;
+    BusInterface<Bus::Tool> tool{AdmitAll};
     tool.Attach(pair.Server());
     EXPECT_NE(IntrospectionOf(pair).find("RestartNetworks"), std::string::npos);
   }
@@ -145,8 +146,8 @@ TEST(BusInterface, IsGoneFromTheBusWithItsObject) {
 
 TEST(BusInterface, CannotBeOfferedTwiceOnOneBus) {
   BusPair pair;
-  BusInterface<Bus::Tool> first;
-  BusInterface<Bus::Tool> second;
+  BusInterface<Bus::Tool> first{AdmitAll};
+  BusInterface<Bus::Tool> second{AdmitAll};
   first.Attach(pair.Server());
   EXPECT_THROW(second.Attach(pair.Server()), Bus::CodecError);
 }

@@ -2,6 +2,7 @@
 
 #include "bus/names.h"
 #include "daemon/service/bus_interface.h"
+#include "support/admit_all.h"
 #include "support/bus_pair.h"
 #include "support/print_model.h"
 
@@ -45,7 +46,7 @@ class Endpoints : public testing::Test {
     EXPECT_EQ(pair_.CountAnswers(cookie), 1U);
   }
 
-  BusInterface<Bus::General> general_;
+  BusInterface<Bus::General> general_{AdmitAll};
   BusPair pair_;
 };
 
