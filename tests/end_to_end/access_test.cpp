@@ -1,6 +1,7 @@
 // Who may use the daemon: by the policy that is shipped, and by the daemon itself where that is loose.
 
 #include "bus/operations.h"
+#include "support/bus_monitor.h"
 #include "support/end_to_end_test.h"
 #include "support/files.h"
 #include "support/test_connection.h"
@@ -9,6 +10,8 @@
 
 #include <grp.h>
 
+#include <csignal>
+#include <cstring>
 #include <regex>
 #include <tuple>
 
@@ -100,7 +103,7 @@ class Access : public EndToEndTest {
   std::string ErrorOfOwning(const User& user) {
     const Bus::BusHandle bus = OpenBusAs(Address(), user);
     const int result = sd_bus_request_name(bus.get(), "com.talo.Wifi1", SD_BUS_NAME_REPLACE_EXISTING);
-    return result < 0 ? strerror(-result) : "none";
+    return result < 0 ? std::strerror(-result) : "none";
   }
 
   /// How many of the daemon's signals a user receives while a network is made.
@@ -196,6 +199,16 @@ TEST_F(Access, IsNeededForTheSignals) {
   EXPECT_EQ(SignalsAs({0, 0}), 1U);
   EXPECT_EQ(SignalsAs(MemberOfGroup()), 1U);
   EXPECT_EQ(SignalsAs(kNobody), 0U);
+}
+
+// The policy knows a signal by the name of its sender, which the daemon does not have while it starts.
+TEST_F(Access, CannotBeHadBySignalsThatAreSentBeforeTheDaemonHasItsName) {
+  StartOnBus({});
+  CreateNetwork("Home", 1);
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  BusMonitor monitor(Address());
+  StartDaemon();
+  EXPECT_EQ(monitor.SignalsUntilCall("RequestName").find("com.talo.Wifi1.General"), std::string::npos);
 }
 
 TEST_F(Access, IsCheckedByTheDaemonWhereThePolicyIsLoose) {
