@@ -1,6 +1,7 @@
 // A caller that asks for too much costs the others nothing.
 
 #include "bus/operations.h"
+#include "support/bus_monitor.h"
 #include "support/story_test.h"
 #include "support/test_connection.h"
 
@@ -111,6 +112,19 @@ TEST_F(Limits, LeaveRoomForOtherUsers) {
                                "GetRadioIfStatuses", error.Get(), nullptr, ""),
             0)
       << (*error).message;
+}
+
+TEST_F(Limits, CostOthersNothingWhenACallerDoesNotReadItsAnswers) {
+  StartStory("");
+  CreateNetwork("Home", 1);
+  BusMonitor monitor(Address());
+  Flood flood(Address());
+  flood.Send(5000, kGeneral, "GetNetworkSettings", "");
+  flood.Send(1, kGeneral, "GetCountryCode", "");
+  // All have come to the bus.
+  monitor.WaitForCall("GetCountryCode");
+  EXPECT_EQ(RunTool({"isAllNetworkAPDisabled"}), Success("0\n"));
+  CreateNetwork("Guest", 2);
 }
 
 }  // namespace
