@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 
@@ -83,6 +84,12 @@ bool IsFailedStart(std::string_view name) {
 const char* ErrorNameOf(ErrorCode refusal) {
   const auto row = std::ranges::find(kRefusals, refusal, &RefusalRow::code);
   return row == kRefusals.end() ? nullptr : row->name;
+}
+
+std::vector<ErrorCode> Refusals() {
+  std::vector<ErrorCode> codes;
+  std::ranges::transform(kRefusals, std::back_inserter(codes), &RefusalRow::code);
+  return codes;
 }
 
 void ThrowCallError(const sd_bus_error& error, const char* operation) {

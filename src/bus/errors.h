@@ -5,6 +5,7 @@
 #include <systemd/sd-bus.h>
 
 #include <string>
+#include <vector>
 
 /// The one place where errors of the bus and of the daemon get their codes and sentences, in both directions.
 namespace TALO::Wifi::Bus {
@@ -12,6 +13,9 @@ namespace TALO::Wifi::Bus {
 /// The name under which the daemon refuses with this code. The code must be one of the daemon's refusals; any
 /// other answers null.
 const char* ErrorNameOf(ErrorCode refusal);
+
+/// The codes with which the daemon refuses, in their order.
+std::vector<ErrorCode> Refusals();
 
 /// Throws what `error` means to the caller of `operation`: WifiException for a refusal of the daemon,
 /// DbusError for everything else.

@@ -1,4 +1,5 @@
 #include "cli/argument_frame.h"
+#include "cli/enum_words.h"
 #include "client/wifi_client.h"
 #include "client/wifi_client_for_mesh.h"
 #include "commands/commands.h"
@@ -41,7 +42,7 @@ void getRemoteCountryCodeCapability(const std::vector<std::string>& subargs, Usa
   auto& options = publishUsage(usage,
                                "Usage: getRemoteCountryCodeCapability --serial serial --model "
                                "[Alder100|Birch200|Cedar300|Dune40]");
-  options.add_options()("serial", po::value<std::string>(), "serial")("model", po::value<std::string>(),
+  options.add_options()("serial", po::value<std::string>(), "serial")("model", enumValue<SupportedModel>(),
                                                                       "model");
   const auto arguments = parseArguments(subargs, options);
   const auto serial = arguments["serial"].as<std::string>();
@@ -52,7 +53,7 @@ void getRemoteCountryCodeCapability(const std::vector<std::string>& subargs, Usa
 
 void setCountryCode(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: setCountryCode --country country");
-  options.add_options()("country", po::value<std::string>(), "country");
+  options.add_options()("country", enumValue<CountryCode>(), "country");
   const auto arguments = parseArguments(subargs, options);
   const auto country = arguments["country"].as<std::string>();
 

@@ -1,4 +1,5 @@
 #include "cli/argument_frame.h"
+#include "cli/enum_words.h"
 #include "client/wifi_client.h"
 #include "commands/commands.h"
 #include "commands/output.h"
@@ -61,7 +62,7 @@ void createMACFilterProfile(const std::vector<std::string>& subargs, Usage& usag
                    "Usage: createMACFilterProfile --name name --action Deny|Allow --devices DeviceName "
                    "MACAddress --applyToAll 0/1");
   options.add_options()("name", po::value<std::string>(), "name")(
-      "action", po::value<std::string>(), "action")("devices", deviceWords(), "devices")(
+      "action", enumValue<MACFilterAction>(), "action")("devices", deviceWords(), "devices")(
       "applyToAll", po::value<bool>(), "applyToAll");
   const auto arguments = parseArguments(subargs, options);
   const auto name = arguments["name"].as<std::string>();
@@ -80,7 +81,7 @@ void modifyMACFilterProfile(const std::vector<std::string>& subargs, Usage& usag
                                "Usage: modifyMACFilterProfile --id id --name name --action Deny|Allow "
                                "--devices DeviceName MACAddress");
   options.add_options()("id", po::value<int>(), "id")("name", po::value<std::string>(), "name")(
-      "action", po::value<std::string>(), "action")("devices", deviceWords(), "devices");
+      "action", enumValue<MACFilterAction>(), "action")("devices", deviceWords(), "devices");
   const auto arguments = parseArguments(subargs, options);
   const int id = arguments["id"].as<int>();
   const auto name = arguments["name"].as<std::string>();

@@ -1,4 +1,5 @@
 #include "cli/argument_frame.h"
+#include "cli/enum_words.h"
 #include "client/wifi_client_for_mesh.h"
 #include "commands/commands.h"
 #include "commands/output.h"
@@ -74,7 +75,7 @@ void modifyBackhaulSTA(const std::vector<std::string>& subargs, Usage& usage) {
 
 void enableScan(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: enableScan --type Disable|Default|BestAP");
-  options.add_options()("type", po::value<std::string>(), "type");
+  options.add_options()("type", enumValue<ScanType>(), "type");
   const auto arguments = parseArguments(subargs, options);
   const auto type = arguments["type"].as<std::string>();
 
@@ -86,8 +87,9 @@ void modifyMeshInfo(const std::vector<std::string>& subargs, Usage& usage) {
   using Words = std::vector<std::string>;
   auto& options = publishUsage(
       usage, "Usage: modifyMeshInfo --models Alder100|Birch200|Cedar300|Dune40 --isRepeater 0/1");
-  options.add_options()("models", po::value<Words>()->multitoken()->default_value(Words{}, ""), "models")(
-      "isRepeater", po::value<bool>(), "isRepeater");
+  options.add_options()("models",
+                        enumValue<SupportedModel, Words>()->multitoken()->default_value(Words{}, ""),
+                        "models")("isRepeater", po::value<bool>(), "isRepeater");
   const auto arguments = parseArguments(subargs, options);
   const auto words = arguments["models"].as<Words>();
   const bool isRepeater = arguments["isRepeater"].as<bool>();

@@ -1,4 +1,5 @@
 #include "cli/argument_frame.h"
+#include "cli/enum_words.h"
 #include "client/wifi_client.h"
 #include "client/wifi_client_for_tool.h"
 #include "commands/commands.h"
@@ -21,12 +22,13 @@ using Wifi::Util::EnumFromName;
 using Wifi::Util::EnumNameOf;
 using Wifi::Util::RadioFrequency;
 using Wifi::Util::ScheduleMode;
+using Wifi::Util::SecurityMode;
 
 namespace {
 
 void updateSchedule(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: updateSchedule --mode Customized|ValidFor");
-  options.add_options()("mode", po::value<std::string>(), "mode");
+  options.add_options()("mode", enumValue<ScheduleMode>(), "mode");
   const auto arguments = parseArguments(subargs, options);
   const auto mode = EnumFromName<ScheduleMode>(arguments["mode"].as<std::string>());
 
@@ -47,7 +49,7 @@ void getScheduleStatus(const std::vector<std::string>&, Usage& usage) {
 
 void rotatePassword(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: rotatePassword --id id --radio Band2_4GHz|Band5GHz|...");
-  options.add_options()("id", po::value<int>(), "int")("radio", po::value<std::string>(), "radio");
+  options.add_options()("id", po::value<int>(), "int")("radio", enumValue<RadioFrequency>(), "radio");
   const auto arguments = parseArguments(subargs, options);
   const int id = arguments["id"].as<int>();
   const auto radio = arguments["radio"].as<std::string>();
@@ -60,7 +62,7 @@ void wpsERConfig(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: wpsERConfig --ifName name --ssid ssid --key key --mode mode");
   options.add_options()("ifName", po::value<std::string>(), "ifName")(
       "ssid", po::value<std::string>(), "ssid")("key", po::value<std::string>(), "key")(
-      "mode", po::value<std::string>(), "mode");
+      "mode", enumValue<SecurityMode>(), "mode");
   const auto arguments = parseArguments(subargs, options);
   const auto ifName = arguments["ifName"].as<std::string>();
   const auto ssid = arguments["ssid"].as<std::string>();
@@ -99,7 +101,7 @@ void triggerDefaultWPS_PBC(const std::vector<std::string>&, Usage& usage) {
 
 void triggerWPS_PBC(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: setWPSWithPBC --id id --radio Band2_4GHz|Band5GHz|...");
-  options.add_options()("id", po::value<int>(), "id")("radio", po::value<std::string>(), "radio");
+  options.add_options()("id", po::value<int>(), "id")("radio", enumValue<RadioFrequency>(), "radio");
   const auto arguments = parseArguments(subargs, options);
   const int id = arguments["id"].as<int>();
   const auto radio = arguments["radio"].as<std::string>();

@@ -1,4 +1,5 @@
 #include "cli/argument_frame.h"
+#include "cli/enum_words.h"
 #include "client/wifi_client.h"
 #include "commands/commands.h"
 #include "commands/output.h"
@@ -23,7 +24,7 @@ namespace {
 
 void getScanResults(const std::vector<std::string>& subargs, Usage& usage) {
   auto& options = publishUsage(usage, "Usage: getScanResults --radio Band2_4GHz|...");
-  options.add_options()("radio", po::value<std::string>(), "radio");
+  options.add_options()("radio", enumValue<RadioFrequency>(), "radio");
   const auto arguments = parseArguments(subargs, options);
   const auto radio = EnumFromName<RadioFrequency>(arguments["radio"].as<std::string>());
 
@@ -50,10 +51,10 @@ void modifyStation(const std::vector<std::string>& subargs, Usage& usage) {
       publishUsage(usage,
                    "Usage: modifyStation --enable 0|1 --radio Band2_4GHz|... --essid essid --bssid bssid "
                    "--user user --password password --securityMode PersonalWPA2|...");
-  options.add_options()("enable", po::value<bool>(), "enable")("radio", po::value<std::string>(), "radio")(
+  options.add_options()("enable", po::value<bool>(), "enable")("radio", enumValue<RadioFrequency>(), "radio")(
       "essid", po::value<std::string>(), "essid")("user", po::value<std::string>(), "user")(
       "password", po::value<std::string>(), "password")("bssid", po::value<std::string>(), "bssid")(
-      "securityMode", po::value<std::string>(), "securityMode");
+      "securityMode", enumValue<SecurityMode>(), "securityMode");
   const auto arguments = parseArguments(subargs, options);
   const bool enable = arguments["enable"].as<bool>();
   const auto radio = arguments["radio"].as<std::string>();

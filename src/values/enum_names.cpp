@@ -76,10 +76,26 @@ std::string EnumNameOf(E value) {
   return std::string(name);
 }
 
-#define INSTANTIATE_NAMES(E)                      \
-  template E EnumFromName<E>(const std::string&); \
-  template std::string EnumNameOf<E>(E);          \
-  template std::string_view FindEnumName<E>(E) noexcept;
+template <NamedEnum E>
+std::vector<std::string> EnumWords() {
+  std::vector<std::string> words;
+  for (const auto& [value, name] : magic_enum::enum_entries<E>()) {
+    bool means = static_cast<std::underlying_type_t<E>>(value) >= 0;
+    if constexpr (std::is_same_v<E, CountryCode>) {
+      means = value != CountryCode::MaxCountryCode;
+    }
+    if (means) {
+      words.emplace_back(name);
+    }
+  }
+  return words;
+}
+
+#define INSTANTIATE_NAMES(E)                             \
+  template E EnumFromName<E>(const std::string&);        \
+  template std::string EnumNameOf<E>(E);                 \
+  template std::string_view FindEnumName<E>(E) noexcept; \
+  template std::vector<std::string> EnumWords<E>();
 
 INSTANTIATE_NAMES(RadioFrequency)
 INSTANTIATE_NAMES(SecurityMode)

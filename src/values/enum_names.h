@@ -6,6 +6,7 @@
 #include <concepts>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace TALO::Wifi::Util {
 
@@ -27,5 +28,9 @@ TALO_WIFI_API std::string EnumNameOf(E value);
 /// The identifier of `value`, empty for a value that has none. Never throws.
 template <NamedEnum E>
 TALO_WIFI_API std::string_view FindEnumName(E value) noexcept;
+
+/// The identifiers that can be meant, in ascending order: all but the sentinels and `MaxCountryCode`.
+template <NamedEnum E>
+TALO_WIFI_API std::vector<std::string> EnumWords();
 
 }  // namespace TALO::Wifi::Util

@@ -3,7 +3,6 @@
 #include "daemon/model/text.h"
 #include "values/enum_names.h"
 
-#include <boost/program_options/options_description.hpp>
 #include <boost/program_options/parsers.hpp>
 #include <boost/program_options/value_semantic.hpp>
 #include <boost/program_options/variables_map.hpp>
@@ -21,30 +20,12 @@ namespace {
 
 constexpr const char* kDefaultConfigFile = "/etc/talowifi/talowifid.conf";
 
-po::options_description ConfigOptions() {
-  po::options_description options("Options, on the command line or as key = value in the configuration file");
-  const auto word = [](const char* placeholder) { return po::value<std::string>()->value_name(placeholder); };
-  options.add_options()("radio-driver", word("simulated"), "which radios to run on")(
-      "model", word("MODEL"), "router model: Alder100, Birch200, Cedar300 or Dune40")(
-      "country", word("CODE"), "country code of a router that was never set up")(
-      "bus", word("system|session"), "which bus to serve")("state-dir", word("DIR"),
-                                                           "where the state is kept")(
-      "scenario", word("FILE"), "what the simulated radios hear")("bridge", word("NAME"),
-                                                                  "bridge of new networks")(
-      "access-group", word("GROUP"), "whose members may use the wifi daemon, netdev by default")(
-      "log-level", word("LEVEL"), "Error, Warning, Information or Debug");
-  return options;
-}
-
 [[noreturn]] void Refuse(const std::string& option, const std::string& value, const std::string& why) {
   throw std::invalid_argument("the option " + option + " cannot be " + Quoted(value) + ": " + why);
 }
 
 template <typename E>
-E ReadEnum(const po::variables_map& values, const char* option, E fallback) {
-  if (values.count(option) == 0) {
-    return fallback;
-  }
+E ReadEnum(const po::variables_map& values, const char* option) {
   const auto word = values[option].as<std::string>();
   try {
     return Wifi::Util::EnumFromName<E>(word);
@@ -53,12 +34,8 @@ E ReadEnum(const po::variables_map& values, const char* option, E fallback) {
   }
 }
 
-std::string ReadText(const po::variables_map& values, const char* option, const std::string& fallback) {
-  return values.count(option) == 0 ? fallback : values[option].as<std::string>();
-}
-
 Options::Bus ReadBus(const po::variables_map& values) {
-  const std::string word = ReadText(values, "bus", "system");
+  const std::string word = values["bus"].as<std::string>();
   if (word == "session") {
     return Options::Bus::Session;
   }
@@ -81,17 +58,16 @@ po::parsed_options ParseWords(int argc, const char* const* argv, const po::optio
 }
 
 /// systemd names the directory that it made; the option goes before it.
-std::string DefaultStateDirectory() {
-  const char* directory = std::getenv("STATE_DIRECTORY");
-  return directory != nullptr ? directory : Options().stateDirectory;
+std::string ReadStateDirectory(const po::variables_map& values) {
+  const char* made = std::getenv("STATE_DIRECTORY");
+  return values["state-dir"].defaulted() && made != nullptr ? made : values["state-dir"].as<std::string>();
 }
 
 void ReadConfigFile(po::variables_map& values, const po::options_description& options) {
-  const bool named = values.count("config") != 0;
-  const std::string path = named ? values["config"].as<std::string>() : kDefaultConfigFile;
+  const auto path = values["config"].as<std::string>();
   std::ifstream file(path);
   if (!file) {
-    if (named) {
+    if (!values["config"].defaulted()) {
       throw std::invalid_argument("the configuration file " + path + " cannot be read");
     }
     return;
@@ -109,41 +85,67 @@ void ReadConfigFile(po::variables_map& values, const po::options_description& op
 
 }  // namespace
 
-std::optional<Options> ParseOptions(int argc, const char* const* argv) {
-  const po::options_description configOptions = ConfigOptions();
+po::options_description ConfigOptions() {
+  const Options fallback;
+  po::options_description options("Options, on the command line or as key = value in the configuration file");
+  const auto word = [](const char* placeholder) { return po::value<std::string>()->value_name(placeholder); };
+  const auto named = [&](const char* placeholder, const auto& value) {
+    return word(placeholder)->default_value(Wifi::Util::EnumNameOf(value));
+  };
+  options.add_options()("radio-driver", word("DRIVER")->default_value(fallback.radioDriver),
+                        "which radios to run on")("model", named("MODEL", fallback.model),
+                                                  "router model: Alder100, Birch200, Cedar300 or Dune40")(
+      "country", named("CODE", fallback.country), "country code of a router that was never set up")(
+      "bus", word("system|session")->default_value("system"), "which bus to serve")(
+      "state-dir", word("DIR")->default_value(fallback.stateDirectory), "where the state is kept")(
+      "scenario", word("FILE"), "what the simulated radios hear; silence without one")(
+      "bridge", word("NAME")->default_value(fallback.bridge), "bridge of new networks")(
+      "access-group", word("GROUP")->default_value(fallback.accessGroup),
+      "whose members may use the wifi daemon")("log-level", named("LEVEL", fallback.logLevel),
+                                               "Error, Warning, Information or Debug");
+  return options;
+}
+
+po::options_description AllOptions() {
   po::options_description options("Usage: talowifid [OPTION...]");
   options.add_options()("help", "print this help")(
-      "config", po::value<std::string>()->value_name("FILE"),
-      "configuration file, /etc/talowifi/talowifid.conf where it exists");
-  options.add(configOptions);
+      "config", po::value<std::string>()->value_name("FILE")->default_value(kDefaultConfigFile),
+      "configuration file; this one need not exist");
+  options.add(ConfigOptions());
+  return options;
+}
 
+std::optional<Options> ParseOptions(int argc, const char* const* argv) {
+  const po::options_description options = AllOptions();
   po::variables_map values;
   po::store(ParseWords(argc, argv, options), values);
   if (values.count("help") != 0) {
     std::cout << options;
     return std::nullopt;
   }
-  ReadConfigFile(values, configOptions);
+  ReadConfigFile(values, ConfigOptions());
 
   Options result;
-  result.radioDriver = ReadText(values, "radio-driver", result.radioDriver);
+  result.radioDriver = values["radio-driver"].as<std::string>();
   if (result.radioDriver != "simulated") {
     Refuse("radio-driver", result.radioDriver, "this daemon has the driver \"simulated\" only");
   }
-  result.model = ReadEnum(values, "model", result.model);
+  result.model = ReadEnum<Wifi::Util::SupportedModel>(values, "model");
   if (result.model == Wifi::Util::SupportedModel::Error) {
     Refuse("model", "Error", "it is not a model");
   }
-  result.country = ReadEnum(values, "country", result.country);
+  result.country = ReadEnum<Wifi::CountryCode>(values, "country");
   if (result.country == Wifi::CountryCode::MaxCountryCode) {
     Refuse("country", "MaxCountryCode", "it is not a country");
   }
   result.bus = ReadBus(values);
-  result.stateDirectory = ReadText(values, "state-dir", DefaultStateDirectory());
-  result.scenario = ReadText(values, "scenario", result.scenario);
-  result.bridge = ReadText(values, "bridge", result.bridge);
-  result.accessGroup = ReadText(values, "access-group", result.accessGroup);
-  result.logLevel = ReadEnum(values, "log-level", result.logLevel);
+  result.stateDirectory = ReadStateDirectory(values);
+  if (values.count("scenario") != 0) {
+    result.scenario = values["scenario"].as<std::string>();
+  }
+  result.bridge = values["bridge"].as<std::string>();
+  result.accessGroup = values["access-group"].as<std::string>();
+  result.logLevel = ReadEnum<Wifi::Util::LogLevel>(values, "log-level");
   return result;
 }
 

@@ -2,6 +2,8 @@
 
 #include "values/enums.h"
 
+#include <boost/program_options/options_description.hpp>
+
 #include <optional>
 #include <string>
 
@@ -21,6 +23,12 @@ struct Options {
   std::string accessGroup = "netdev";  ///< whose members may call, beside root and the daemon's own user
   Wifi::Util::LogLevel logLevel = Wifi::Util::LogLevel::Information;
 };
+
+/// The keys of the configuration file, each an option of the command line too, with their defaults.
+boost::program_options::options_description ConfigOptions();
+
+/// Those, and the options of the command line alone.
+boost::program_options::options_description AllOptions();
 
 /// Nothing when only the help was asked for; it has been printed then. Throws std::exception with a sentence
 /// that names the option and the value for anything that cannot be used.
