@@ -92,8 +92,8 @@ std::vector<BusError> ReadBusErrors() {
 std::string BusPage(const std::string& source, const std::vector<BusInterfaceDocument>& interfaces,
                     const std::vector<BusError>& errors) {
   std::string roff;
-  Checklist interfaceNames("interface", NamesOf(interfaces));
-  Checklist errorNames("error", NamesOf(errors));
+  Checklist interfaceNames("an interface", NamesOf(interfaces));
+  Checklist errorNames("an error", NamesOf(errors));
   const auto pieces = ReadPieces(source);
   for (const Piece& piece : pieces) {
     if (piece.word == "enumerations") {

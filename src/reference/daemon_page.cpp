@@ -51,7 +51,7 @@ std::string Description(const po::option_description& option) {
 
 std::string DaemonPage(const std::string& source, const po::options_description& options) {
   std::string roff;
-  Checklist names("option", LongNamesOf(options));
+  Checklist names("an option", LongNamesOf(options));
   const auto pieces = ReadPieces(source);
   for (const Piece& piece : pieces) {
     if (piece.word == "option" || piece.word == "key") {

@@ -30,17 +30,17 @@ Checklist::Checklist(std::string what, std::vector<std::string> names)
 
 std::size_t Checklist::Tick(const Piece& piece) {
   if (next_ == names_.size()) {
-    throw SourceError(piece, "there is no " + what_ + " " + piece.name + " here");
+    throw SourceError(piece, piece.name + " is not " + what_ + " that comes here");
   }
   if (names_[next_] != piece.name) {
-    throw SourceError(piece, "the " + what_ + " here is " + names_[next_] + ", not " + piece.name);
+    throw SourceError(piece, names_[next_] + ", " + what_ + ", comes here, not " + piece.name);
   }
   return next_++;
 }
 
 void Checklist::Finish(const Piece& piece) const {
   if (next_ != names_.size()) {
-    throw SourceError(piece, "the " + what_ + " " + names_[next_] + " is missing");
+    throw SourceError(piece, names_[next_] + ", " + what_ + ", is missing");
   }
 }
 

@@ -43,6 +43,7 @@ std::vector<std::string> NamesOf(const Items& items) {
 /// Holds what the pieces are about against what there is: each name once, in the order given.
 class Checklist {
  public:
+  /// `what` is what each of them is, as in "a command".
   Checklist(std::string what, std::vector<std::string> names);
 
   /// Where the piece's name stands among those. Throws SourceError for one that is not the next.

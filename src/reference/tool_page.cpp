@@ -31,8 +31,8 @@ std::string Synopsis(const CommandReference& command) {
   return line;
 }
 
-/// What the declaration says of the values, as a sentence.
-std::string ValueSentence(const OptionReference& option) {
+/// What the declaration says of the values, a sentence a line.
+std::string ValueSentences(const OptionReference& option) {
   std::string sentence;
   for (const std::string& word : option.words) {
     sentence += (sentence.empty() ? "" : ", ") + Bold(word);
@@ -43,7 +43,7 @@ std::string ValueSentence(const OptionReference& option) {
     sentence = "A whole number.";
   }
   if (option.isOptional) {
-    sentence += std::string(sentence.empty() ? "" : " ") + "May be left out.";
+    sentence += std::string(sentence.empty() ? "" : "\n") + "May be left out.";
   }
   return sentence;
 }
@@ -52,7 +52,7 @@ std::string ValueSentence(const OptionReference& option) {
 std::string Hanging(const std::string& tag, const std::string& text) { return ".TP\n" + tag + "\n" + text; }
 
 std::string OptionParagraph(const OptionReference& option, const Piece& prose) {
-  const std::string values = ValueSentence(option);
+  const std::string values = ValueSentences(option);
   return Hanging(OptionForm(option),
                  Sentence(prose.sentence) + "\n" + (values.empty() ? "" : values + "\n") + prose.text);
 }

@@ -47,7 +47,7 @@ Piece TakeWithText(Reader& reader, const std::string& word) {
 
 CommandProse ReadCommand(Reader& reader, const CommandReference& command) {
   CommandProse prose{command, TakeWithSentence(reader, "command")};
-  Checklist options("option of " + command.name, NamesOf(command.options));
+  Checklist options("an option of " + command.name, NamesOf(command.options));
   while (reader.Is("option")) {
     prose.options.push_back(TakeWithSentence(reader, "option"));
     options.Tick(prose.options.back());
@@ -68,7 +68,7 @@ CommandProse ReadCommand(Reader& reader, const CommandReference& command) {
 ToolProse ReadToolProse(const std::string& source, const std::vector<CommandReference>& commands) {
   Reader reader(ReadPieces(source));
   ToolProse prose{.before = reader.Take("").text, .commands = {}, .after = {}};
-  Checklist names("command", NamesOf(commands));
+  Checklist names("a command", NamesOf(commands));
   for (const CommandReference& command : commands) {
     if (reader.Is("command")) {
       names.Tick(reader.Next());

@@ -29,6 +29,7 @@ const std::map<std::string, Names> kRooms = {
     {"daemon/service", {"daemon/model", "daemon/store", "daemon/radio", "bus", "client", "values"}},
     {"daemon/main",
      {"daemon/model", "daemon/store", "daemon/radio", "daemon/service", "bus", "client", "values"}},
+    {"reference", {"commands", "cli", "daemon/main", "bus", "client", "values"}},
 };
 
 /// A library of others: how its headers begin, and the rooms and files that may include them.
@@ -43,7 +44,7 @@ const std::vector<Library> kLibraries = {
     {"systemd/", "sd-bus and sd-event", {"bus", "daemon/service", "daemon/main"}, {}},
     {"boost/",
      "Boost",
-     {"cli", "commands", "main", "daemon/main"},
+     {"cli", "commands", "main", "daemon/main", "reference"},
      {"client/record_descriptions.h", "client/record_members.h", "daemon/model/state_description.h",
       "daemon/radio/simulated/scenario_description.h", "daemon/store/checksum.cpp"}},
     {"json/", "jsoncpp", {"client", "commands", "daemon/json"}, {}},

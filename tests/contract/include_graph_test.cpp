@@ -56,7 +56,7 @@ TEST(Sources, AreReadFromEveryRoom) {
   }
   EXPECT_EQ(rooms, (std::set<std::string>{"bus", "cli", "client", "commands", "daemon/json", "daemon/main",
                                           "daemon/model", "daemon/radio", "daemon/service", "daemon/store",
-                                          "main", "values"}));
+                                          "main", "reference", "values"}));
   for (const char* path :
        {"main/main.cpp", "daemon/main/main.cpp", "client/record_descriptions.h", "client/record_members.h",
         "daemon/model/state_description.h", "daemon/radio/simulated/scenario_description.h"}) {
@@ -79,6 +79,7 @@ const std::vector<std::pair<std::string, std::set<std::string>>> kAllowed = {
     {"daemon/service", {"daemon/model", "daemon/store", "daemon/radio", "bus", "client", "values"}},
     {"daemon/main",
      {"daemon/model", "daemon/store", "daemon/radio", "daemon/service", "bus", "client", "values"}},
+    {"reference", {"commands", "cli", "daemon/main", "bus", "client", "values"}},
 };
 
 TEST(FindViolations, AllowsExactlyTheEdgesOfTheTable) {
@@ -104,7 +105,7 @@ TEST(FindViolations, KeepsLibrariesInTheirRooms) {
       {"systemd/sd-bus.h", "sd-bus and sd-event", {"bus", "daemon/service", "daemon/main"}},
       {"systemd/sd-event.h", "sd-bus and sd-event", {"bus", "daemon/service", "daemon/main"}},
       {"systemd/sd-daemon.h", "sd-bus and sd-event", {"bus", "daemon/service", "daemon/main"}},
-      {"boost/any.hpp", "Boost", {"cli", "commands", "main", "daemon/main"}},
+      {"boost/any.hpp", "Boost", {"cli", "commands", "main", "daemon/main", "reference"}},
       {"json/value.h", "jsoncpp", {"client", "commands", "daemon/json"}},
       {"magic_enum/magic_enum.hpp", "magic_enum", {"values"}},
       {"magic_enum.hpp", "magic_enum", {"values"}},
