@@ -114,12 +114,16 @@ class PageExamples : public EndToEndTest {
 };
 
 TEST_F(PageExamples, PrintWhatThePageSays) {
-  StartDaemon({.options = {"--model", "Alder100", "--scenario", TALOWIFI_SCENARIO}});
+  StartDaemon({.options = {"--log-level", "Debug", "--model", "Alder100", "--scenario", TALOWIFI_SCENARIO}});
   CreateNetwork("Home", 1);
+  Do({"modifyBackhaul", "--enable", "1", "--ssid", "Mesh", "--password", "mesh-backhaul"});
+  Do({"modifyBackhaulSTA", "--enable", "1", "--ssid", "Upper", "--password", "mesh-backhaul"});
   const auto examples = ReadExamples();
   ASSERT_GE(examples.size(), 59U);
   for (const Example& example : examples) {
     ExpectExample(example);
+    // The next ones build on it.
+    ASSERT_FALSE(HasFailure());
   }
 }
 
