@@ -16,8 +16,7 @@ TEST_F(DaemonEnd, IsASuccessWhenItIsAskedForBySignal) {
     StartDaemon();
     EXPECT_EQ(Daemon().Terminate(signal), 0);
     EXPECT_EQ(Daemon().GetProcess().Output(), "");
-    EXPECT_EQ(Daemon().GetProcess().Errors(),
-              "info: talowifid serves com.talo.Wifi1\ninfo: talowifid ends\n");
+    EXPECT_EQ(Daemon().GetProcess().Errors(), LogOfStart() + "info: talowifid ends\n");
   }
 }
 
@@ -27,19 +26,13 @@ TEST_F(DaemonEnd, IsAFailureWhenTheBusIsLost) {
   Bus().GetProcess().Wait();
   EXPECT_EQ(Daemon().GetProcess().Wait(), 1);
   EXPECT_EQ(Daemon().GetProcess().Errors(),
-            "info: talowifid serves com.talo.Wifi1\ntalowifid: the bus is lost: Connection reset by peer\n");
+            LogOfStart() + "talowifid: the bus is lost: Connection reset by peer\n");
 }
 
 TEST_F(DaemonEnd, IsLoggedAtItsLevelOnly) {
   StartDaemon({.options = {"--log-level", "Warning"}});
   EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
   EXPECT_EQ(Daemon().GetProcess().Errors(), "");
-}
-
-TEST_F(DaemonEnd, IsLoggedWithItsLevelInFrontForTheJournal) {
-  StartDaemon({.environment = {{"JOURNAL_STREAM", "8:1"}}});
-  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
-  EXPECT_EQ(Daemon().GetProcess().Errors(), "<6>talowifid serves com.talo.Wifi1\n<6>talowifid ends\n");
 }
 
 TEST_F(DaemonEnd, LeavesNoPassphraseInTheLog) {

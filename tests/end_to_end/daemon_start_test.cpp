@@ -124,7 +124,7 @@ TEST_F(DaemonStart, RefusesAStateDirectoryThatCannotBeOne) {
 
 TEST_F(DaemonStart, RefusesWhereItsNameIsTaken) {
   StartDaemon();
-  EXPECT_EQ(RunDaemon({.options = {}}),
+  EXPECT_EQ(RunDaemon({.options = {"--log-level", "Warning"}}),
             Refused("the name com.talo.Wifi1 cannot be taken on the bus: File exists"));
   // The first goes on.
   EXPECT_EQ(RunTool({"getNetworks"}), Success("[]\n\n"));
@@ -132,7 +132,7 @@ TEST_F(DaemonStart, RefusesWhereItsNameIsTaken) {
 
 TEST_F(DaemonStart, RefusesWhereThePolicyKeepsItsNameFromIt) {
   StartBus({.policy = "<deny own=\"com.talo.Wifi1\"/>"});
-  EXPECT_EQ(RunDaemon({.options = {}}),
+  EXPECT_EQ(RunDaemon({.options = {"--log-level", "Warning"}}),
             Refused("the name com.talo.Wifi1 cannot be taken on the bus: Permission denied"));
 }
 

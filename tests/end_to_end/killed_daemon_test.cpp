@@ -204,7 +204,7 @@ TEST_F(KilledDaemon, LosesNoAnsweredChangeAndLeavesRadiosAsTheStateHasThem) {
     SCOPED_TRACE("seed " + std::to_string(kSeed) + ", life " + std::to_string(life));
     Live(router);
     ASSERT_FALSE(HasFailure());
-    ASSERT_EQ(Daemon().GetProcess().Errors(), "info: talowifid serves com.talo.Wifi1\n");
+    ASSERT_EQ(Daemon().GetProcess().Errors(), LogOfStart(2));
   }
   EXPECT_GT(router.nextId, 10);
 }

@@ -39,7 +39,7 @@ TEST_F(LastMoments, BringAChangeUnderWayToItsEnd) {
   EXPECT_FALSE(tool->HasEnded());
   EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
   EXPECT_EQ(Finish(*tool), Success("Create Network ID: 1\n"));
-  EXPECT_EQ(Daemon().GetProcess().Errors(), "info: talowifid serves com.talo.Wifi1\ninfo: talowifid ends\n");
+  EXPECT_EQ(Daemon().GetProcess().Errors(), LogOfStart(2) + "info: talowifid ends\n");
   StartStory("");
   ExpectNow({"getNetworkInterfaces"}, "ID: 1, Interface: \n\twlan0_1\n\twlan1_1\n\n");
 }
@@ -73,7 +73,7 @@ TEST_F(LastMoments, DoNotWaitForABusThatStandsStill) {
   Bus().GetProcess().SendSignal(SIGSTOP);
   Daemon().GetProcess().SendSignal(SIGTERM);
   EXPECT_EQ(Daemon().GetProcess().Wait(), 0);
-  EXPECT_EQ(Daemon().GetProcess().Errors(), "info: talowifid serves com.talo.Wifi1\ninfo: talowifid ends\n");
+  EXPECT_EQ(Daemon().GetProcess().Errors(), LogOfStart(2) + "info: talowifid ends\n");
   Bus().GetProcess().SendSignal(SIGCONT);
 }
 
@@ -85,7 +85,9 @@ TEST_F(LastMoments, DoNotWaitForABusThatNeverSaidAnything) {
   const Descriptor caller = listener.Accept();
   daemon.SendSignal(SIGTERM);
   EXPECT_EQ(daemon.Wait(), 0);
-  EXPECT_EQ(daemon.Errors(), "info: talowifid ends\n");
+  // How many radios were up by then is up to the two processes' luck.
+  EXPECT_TRUE(daemon.Errors().ends_with("info: talowifid ends\n")) << daemon.Errors();
+  EXPECT_EQ(daemon.Errors().find("serves"), std::string::npos) << daemon.Errors();
 }
 
 }  // namespace

@@ -42,14 +42,15 @@ TEST_F(StorageFailures, LeaveAStateThatIsBrokenAsideAndTheOneBeforeInForce) {
   EXPECT_EQ(Log(),
             "err: " + CannotBeRead("state.json", "it is not JSON (line 1, column 15)") +
                 "; the last change is lost, the state before it is in force, from state.json.last; the "
-                "broken file is kept as state.json.broken-1\ninfo: talowifid serves com.talo.Wifi1\n");
+                "broken file is kept as state.json.broken-1\n" +
+                LogOfStart());
   EXPECT_EQ(RunTool({"getNetworkInterfaces"}),
             Success("ID: 1, Interface: \n\twlan0_1\n\twlan1_1\n\twlan2_1\n\n"));
   EXPECT_EQ(ReadFile(StateFile() + ".broken-1"), "{\"version\" : 2");
   // As after the first network: its ID is the next once more.
   CreateNetwork("Guests", 2);
   RestartDaemon();
-  EXPECT_EQ(Log(), "info: talowifid serves com.talo.Wifi1\n");
+  EXPECT_EQ(Log(), LogOfStart());
 }
 
 TEST_F(StorageFailures, LeaveARouterThatWasNeverSetUpWhereNothingCanBeUsed) {
@@ -61,8 +62,8 @@ TEST_F(StorageFailures, LeaveARouterThatWasNeverSetUpWhereNothingCanBeUsed) {
             "err: " + CannotBeRead("state.json", "it is not JSON (line 1, column 1)") + "; " +
                 CannotBeRead("state.json.last", "it has no version") +
                 "; everything is lost, the router is as one that was never set up; the broken files are "
-                "kept as state.json.broken-1 and state.json.broken-2\n"
-                "info: talowifid serves com.talo.Wifi1\n");
+                "kept as state.json.broken-1 and state.json.broken-2\n" +
+                LogOfStart());
   EXPECT_EQ(RunTool({"getNetworks"}), Success("[]\n\n"));
   EXPECT_EQ(ReadFile(StateFile() + ".broken-1"), "");
   EXPECT_EQ(ReadFile(StateFile() + ".broken-2"), "[]");
@@ -104,7 +105,7 @@ TEST_F(StorageFailures, FailAChangeThatTheDiskHasNoRoomForAndServeOn) {
   EXPECT_EQ(RunTool({"getIdsForTopo", "--context", "router"}), Success("IDs: 2 \n"));
   const std::string full =
       "err: the state cannot be saved in " + StateDirectory() + ": writing: File too large\n";
-  EXPECT_EQ(Log(), "info: talowifid serves com.talo.Wifi1\n" + full + full);
+  EXPECT_EQ(Log(), LogOfStart() + full + full);
   RestartDaemon();
   EXPECT_EQ(RunTool({"getIdsForTopo", "--context", "router"}), Success("IDs: 2 \n"));
 }

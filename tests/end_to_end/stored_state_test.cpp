@@ -84,7 +84,7 @@ TEST_F(StoredStateOnTheRadios, IsBroughtToEachOfThemOnce) {
   StartStory(
       R"("faults": {"apply": [{"radio": "Band2_4GHz", "skip": 1, "times": 2, "reason": "once was enough"},
                                      {"radio": "Band5GHz", "skip": 1, "times": 2, "reason": "once was enough"}]})");
-  EXPECT_EQ(Daemon().GetProcess().Errors(), "info: talowifid serves com.talo.Wifi1\n");
+  EXPECT_EQ(Daemon().GetProcess().Errors(), LogOfStart(2));
   ExpectNow({"getRadioIfStatuses"},
             "Frequency           Radio Interface     Enabled Wifi Interfaces\n"
             "Band2_4GHz          wlan0               wlan0_1 wlan0_2 \n"

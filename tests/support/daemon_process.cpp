@@ -35,4 +35,10 @@ int DaemonOnBus::Terminate(int signal) {
   return status;
 }
 
+std::string LogOfStart(int radios) {
+  return std::string("info: Band2_4GHz is up\n") +
+         (radios == 2 ? "info: Band5GHz is up\n" : "info: Band5GHz_1 is up\ninfo: Band5GHz_2 is up\n") +
+         "info: talowifid serves com.talo.Wifi1\n";
+}
+
 }  // namespace TALO::EndToEnd

@@ -39,4 +39,7 @@ class DaemonOnBus {
 /// Path of the program.
 const char* DaemonProgram();
 
+/// What a daemon with two or three radios logs from the moment that they come up until it serves.
+std::string LogOfStart(int radios = 3);
+
 }  // namespace TALO::EndToEnd

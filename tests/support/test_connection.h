@@ -41,6 +41,8 @@ class TestConnection {
   void WaitForOwner(const Process& daemon);
   /// Waits until the daemon's name has no owner.
   void WaitForNoOwner();
+  /// Whether it has one now.
+  bool HasOwner();
 
   /// These throw CallError for an error in place of an answer.
   std::string Introspect(const char* path);
@@ -56,7 +58,6 @@ class TestConnection {
 
   static int OnOwnerChanged(sd_bus_message* signal, void* watch, sd_bus_error* error);
   void WaitForOwnerToBe(bool present, const Process* daemon);
-  bool HasOwner();
   /// Sends a call that has been filled in and returns the answer.
   Wifi::Bus::Message Call(const Wifi::Bus::Message& call);
   Wifi::Bus::Message NewCall(const char* name, const char* path, const char* interface, const char* member);

@@ -14,7 +14,16 @@
 
 namespace TALO::EndToEnd {
 
-namespace {
+Descriptor BindUnixSocket(int type, const std::string& path) {
+  Descriptor bound = Opened(socket(AF_UNIX, type | SOCK_CLOEXEC, 0), "no socket can be made");
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
+  if (bind(bound.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    ThrowErrno("no socket can be at " + path);
+  }
+  return bound;
+}
 
 void WaitUntilReadable(int descriptor, const char* awaited) {
   pollfd ready{descriptor, POLLIN, 0};
@@ -23,16 +32,8 @@ void WaitUntilReadable(int descriptor, const char* awaited) {
   }
 }
 
-}  // namespace
-
-UnixListener::UnixListener()
-    : path_(directory_ / "bus"),
-      socket_(Opened(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0), "no socket can be made")) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  path_.copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
-  if (bind(socket_.Get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-      listen(socket_.Get(), 8) != 0) {
+UnixListener::UnixListener() : path_(directory_ / "bus"), socket_(BindUnixSocket(SOCK_STREAM, path_)) {
+  if (listen(socket_.Get(), 8) != 0) {
     ThrowErrno("nobody can listen on " + path_);
   }
 }

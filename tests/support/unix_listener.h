@@ -7,6 +7,12 @@
 
 namespace TALO::EndToEnd {
 
+/// A socket of this type (SOCK_STREAM or SOCK_DGRAM) at a path.
+Descriptor BindUnixSocket(int type, const std::string& path);
+
+/// Throws std::runtime_error, which names `awaited`, when the deadline passes before.
+void WaitUntilReadable(int descriptor, const char* awaited);
+
 /// A socket that somebody listens on who is no bus.
 class UnixListener {
  public:

@@ -1,6 +1,7 @@
 #include "daemon/main/event_loop.h"
 
 #include "bus/names.h"
+#include "daemon/service/message_ids.h"
 
 #include <systemd/sd-daemon.h>
 
@@ -130,7 +131,8 @@ int EventLoop::OnSignal(sd_event_source*, const signalfd_siginfo*, void* self) {
 }
 
 // Not waited for: a bus that does not answer must not keep the signals waiting.
-void EventLoop::Open() {
+void EventLoop::Open(std::function<void()> opened) {
+  opened_ = std::move(opened);
   if (!ending_) {
     Check(sd_bus_request_name_async(bus_.get(), nullptr, Bus::kBusName, 0, OnNameAnswer, this), kNoName);
   }
@@ -142,8 +144,9 @@ int EventLoop::OnNameAnswer(sd_bus_message* answer, void* self, sd_bus_error*) {
     loop.Stop(std::make_exception_ptr(std::system_error(-given, std::generic_category(), kNoName)));
     return 0;
   }
-  sd_notify(0, "READY=1");
-  loop.log_.Write(Severity::Information, "talowifid serves com.talo.Wifi1");
+  loop.log_.Write(Severity::Information, "talowifid serves com.talo.Wifi1",
+                  {.messageId = MessageIds::kServes});
+  loop.opened_();
   return 0;
 }
 
@@ -155,7 +158,7 @@ void EventLoop::Run() {
   Check(result, "the bus is lost");
   sd_notify(0, "STOPPING=1");
   ReleaseName(bus_.get());
-  log_.Write(Severity::Information, "talowifid ends");
+  log_.Write(Severity::Information, "talowifid ends", {.messageId = MessageIds::kEnds});
 }
 
 void EventLoop::End() { sd_event_exit(event_.get(), 0); }

@@ -27,15 +27,15 @@ class EventLoop {
   sd_bus* GetBus() const { return bus_.get(); }
   sd_event* GetEvent() const { return event_.get(); }
 
-  /// Asks for the daemon's name. Once the bus has given it, callers find the daemon, and systemd is told that
-  /// it is ready. When another has the name Run() fails. Does nothing when the daemon is about to end.
-  void Open();
+  /// Asks for the daemon's name. Once the bus has given it, callers find the daemon, and `opened` is called.
+  /// When another has the name Run() fails. Does nothing when the daemon is about to end.
+  void Open(std::function<void()> opened);
 
   /// What is done on SIGTERM and SIGINT; it leads to End(), now or later. Without it they end Run() at once.
   void WhenAskedToEnd(std::function<void()> action) { askedToEnd_ = std::move(action); }
 
-  /// Serves until End(), and gives the name back. Throws std::system_error when the bus is lost or does not
-  /// give the name, and what Stop() was given.
+  /// Serves until End(), tells the service manager, and gives the name back. Throws std::system_error when
+  /// the bus is lost or does not give the name, and what Stop() was given.
   void Run();
 
   /// Ends Run().
@@ -54,6 +54,7 @@ class EventLoop {
   static int OnSignal(sd_event_source* source, const signalfd_siginfo* signal, void* self);
 
   Log& log_;
+  std::function<void()> opened_;
   std::function<void()> askedToEnd_;
   bool ending_ = false;
   std::unique_ptr<sd_event, UnrefEvent> event_;

@@ -3,42 +3,36 @@
 #include "daemon/main/event_clock.h"
 #include "daemon/main/event_loop.h"
 #include "daemon/main/event_timers.h"
+#include "daemon/main/given_scenario.h"
 #include "daemon/main/kernel_random.h"
 #include "daemon/main/local_calendar.h"
 #include "daemon/main/options.h"
 #include "daemon/main/secrecy.h"
+#include "daemon/main/service_manager.h"
 #include "daemon/main/setup_check.h"
 #include "daemon/main/stored_state.h"
-#include "daemon/radio/simulated/scenario.h"
+#include "daemon/main/system_journal.h"
 #include "daemon/radio/simulated/simulated_driver.h"
 #include "daemon/service/bus_announcer.h"
 #include "daemon/service/engine.h"
+#include "daemon/service/event_log.h"
 #include "daemon/service/service.h"
 #include "daemon/store/state_directory.h"
 #include "daemon/store/state_file.h"
 
 #include <cstdlib>
 #include <exception>
-#include <iostream>
-#include <stdexcept>
-#include <utility>
 #include <variant>
 
 namespace TALO::Wifid {
 
 namespace {
 
-template <typename T>
-T OrThrow(Result<T> result) {
-  if (!result.Succeeded()) {
-    throw std::runtime_error(result.Why().sentence);
-  }
-  return std::move(result.Value());
-}
-
 void Serve(const Options& options) {
   CheckCountry(options);
-  Log log(*SeverityOf(options.logLevel));
+  const SystemJournal journal;
+  Log log(*SeverityOf(options.logLevel), journal,
+          ErrorsGoToJournal() ? LogTarget::Journal : LogTarget::Console);
   EventLoop loop(options.bus, log);
   Callers callers = MakeCallers(loop.GetBus(), options.accessGroup, log);
   EventTimers timers(loop);
@@ -46,12 +40,12 @@ void Serve(const Options& options) {
   const LocalCalendar calendar;
   KernelRandom random;
   BusAnnouncer announcer(log);
-  SimulatedDriver driver(
-      options.model, options.scenario.empty() ? Scenario() : OrThrow(LoadScenario(options.scenario)), timers);
+  ServiceManager manager(announcer);
+  SimulatedDriver driver(options.model, GivenScenario(options), timers);
   CheckBridge(options, driver.GetBridges());
   StateDirectory directory(options.stateDirectory);
   StateFile store(directory, options.stateDirectory);
-  Engine engine({store, driver, clock, calendar, announcer, log},
+  Engine engine({store, driver, clock, calendar, manager, log},
                 LoadState(store, driver.GetCapabilities(), options.country, log));
   WPSSessions wps(engine);
   ScheduleKeeper schedules(engine, timers);
@@ -62,6 +56,7 @@ void Serve(const Options& options) {
     if (const auto* finished = std::get_if<WPSFinished>(&event)) {
       wps.Finished(*finished);
     }
+    LogEvent(log, event);
     announcer.Happened(event);
   });
   callers.Attach(loop.GetBus());
@@ -71,7 +66,7 @@ void Serve(const Options& options) {
   // Opened last, so that whoever finds the name finds the radios as they were left and everything behind it.
   engine.Start([&] {
     schedules.Rearm();
-    loop.Open();
+    loop.Open([&] { manager.Ready(engine); });
     // Not before: the bus keeps signals from those whom they are not for by the name of their sender.
     announcer.Attach(loop.GetBus());
   });
@@ -90,7 +85,7 @@ int main(int argc, char** argv) {
     }
     return EXIT_SUCCESS;
   } catch (const std::exception& failure) {
-    std::cerr << "talowifid: " << failure.what() << std::endl;
+    TALO::Wifid::SayWhyNot(failure.what());
     return EXIT_FAILURE;
   }
 }

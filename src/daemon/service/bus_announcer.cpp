@@ -4,6 +4,7 @@
 #include "bus/names.h"
 #include "bus/operations.h"
 #include "bus/signals.h"
+#include "daemon/service/event_log.h"
 
 #include <string>
 
@@ -12,20 +13,6 @@ namespace TALO::Wifid {
 namespace Bus = Wifi::Bus;
 
 namespace {
-
-std::string WordOf(WPSFinished::Outcome outcome) {
-  switch (outcome) {
-    case WPSFinished::Outcome::Enrolled:
-      return "enrolled";
-    case WPSFinished::Outcome::TimedOut:
-      return "timed out";
-    case WPSFinished::Outcome::Overlap:
-      return "overlap";
-    case WPSFinished::Outcome::Cancelled:
-      return "cancelled";
-  }
-  return {};
-}
 
 template <typename... Handlers>
 struct Overloaded : Handlers... {

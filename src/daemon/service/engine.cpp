@@ -1,6 +1,7 @@
 #include "daemon/service/engine.h"
 
 #include "daemon/model/merge.h"
+#include "daemon/service/message_ids.h"
 
 #include <utility>
 
@@ -22,7 +23,8 @@ void Engine::Start(std::function<void()> done) {
   scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
   Restart(ApplyMode::WhatDiffers, [this, done = std::move(done)](const Result<void>& started) {
     if (!started.Succeeded()) {
-      doors_.log.Write(Severity::Error, "the radios are not as they were left: " + started.Why().sentence);
+      doors_.log.Write(Severity::Error, "the radios are not as they were left: " + started.Why().sentence,
+                       {.messageId = MessageIds::kNotRestored});
     }
     done();
   });
@@ -40,7 +42,7 @@ void Engine::Commit(const Radios& radios, const State& next, Finish finish) {
     return;
   }
   if (const auto saved = Save(next); !saved.Succeeded()) {
-    doors_.log.Write(Severity::Error, saved.Why().sentence);
+    doors_.log.Write(Severity::Error, saved.Why().sentence, {.messageId = MessageIds::kNotStored});
     finish(saved);
     return;
   }
@@ -61,16 +63,18 @@ void Engine::Commit(const Radios& radios, const State& next, Finish finish) {
 
 void Engine::RollBack(const Radios& radios, const State& before, const State& after, const Refusal& why,
                       Finish finish) {
-  doors_.log.Write(Severity::Error, why.sentence);
+  doors_.log.Write(Severity::Error, why.sentence, {.messageId = MessageIds::kNotApplied});
   // Not simply `before`: changes on other radios may have come to stay meanwhile.
   state_ = Revert(state_, before, after);
   scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
   if (const auto saved = Save(state_); !saved.Succeeded()) {
-    doors_.log.Write(Severity::Critical, "a change that failed stays stored: " + saved.Why().sentence);
+    doors_.log.Write(Severity::Critical, "a change that failed stays stored: " + saved.Why().sentence,
+                     {.messageId = MessageIds::kNotUndone});
   }
   Apply(radios, ApplyMode::WhatDiffers, [this, why, finish = std::move(finish)](const Result<void>& back) {
     if (!back.Succeeded()) {
-      doors_.log.Write(Severity::Critical, "the radios are not back as they were: " + back.Why().sentence);
+      doors_.log.Write(Severity::Critical, "the radios are not back as they were: " + back.Why().sentence,
+                       {.messageId = MessageIds::kNotUndone});
     }
     finish(why);
   });

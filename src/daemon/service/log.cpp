@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdlib>
 #include <iostream>
 
 namespace TALO::Wifid {
@@ -28,17 +27,34 @@ std::optional<Severity> SeverityOf(Wifi::Util::LogLevel level) {
   return std::nullopt;
 }
 
-// systemd sets JOURNAL_STREAM for a service whose output goes to the journal; there a line's level stands in
-// front.
-Log::Log(Severity level) : level_(level), forJournal_(std::getenv("JOURNAL_STREAM") != nullptr) {}
+std::vector<std::string> JournalFields(Severity level, const std::string& line, const LogFields& fields) {
+  std::vector<std::string> texts = {"MESSAGE=" + line, "PRIORITY=" + std::to_string(static_cast<int>(level)),
+                                    std::string("SYSLOG_IDENTIFIER=") + Log::kIdentifier};
+  if (fields.messageId != nullptr) {
+    texts.push_back(std::string("MESSAGE_ID=") + fields.messageId);
+  }
+  for (const auto& [name, value] : fields.values) {
+    texts.push_back(std::string("TALOWIFI_").append(name).append("=").append(value));
+  }
+  return texts;
+}
 
-void Log::Write(Severity level, const std::string& line) const {
+bool Log::SetTarget(LogTarget target) {
+  if (target == LogTarget::Journal && (journal_ == nullptr || !journal_->IsThere())) {
+    return false;
+  }
+  target_ = target;
+  return true;
+}
+
+void Log::Write(Severity level, const std::string& line, const LogFields& fields) const {
   if (level > level_) {
     return;
   }
-  const std::string mark =
-      forJournal_ ? "<" + std::to_string(static_cast<int>(level)) + ">" : std::string(WordOf(level)) + ": ";
-  std::cerr << mark + line + "\n" << std::flush;
+  if (target_ == LogTarget::Journal && journal_->Send(JournalFields(level, line, fields))) {
+    return;
+  }
+  std::cerr << std::string(WordOf(level)) + ": " + line + "\n" << std::flush;
 }
 
 }  // namespace TALO::Wifid

@@ -3,7 +3,6 @@
 #include "bus/names.h"
 
 #include <array>
-#include <cstring>
 #include <string_view>
 
 namespace TALO::Wifid {
@@ -12,8 +11,8 @@ namespace Bus = Wifi::Bus;
 
 namespace {
 
-constexpr const char* kTarget = "console";
-constexpr const char* kIdentifier = "talowifid";
+constexpr const char* kConsole = "console";
+constexpr const char* kJournal = "journal";
 
 int AppendText(sd_bus_message* reply, const char* text) {
   return sd_bus_message_append_basic(reply, SD_BUS_TYPE_STRING, text);
@@ -45,20 +44,34 @@ int LogControl::SetLevel(sd_bus*, const char*, const char*, const char*, sd_bus_
       "\"%s\" is no log level; emerg, alert, crit, err, warning, notice, info and debug are", word);
 }
 
-int LogControl::GetTarget(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
+int LogControl::GetTarget(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void* self,
                           sd_bus_error*) {
-  return AppendText(reply, kTarget);
+  const bool console = static_cast<LogControl*>(self)->log_.GetTarget() == LogTarget::Console;
+  return AppendText(reply, console ? kConsole : kJournal);
 }
 
-int LogControl::SetTarget(sd_bus*, const char*, const char*, const char*, sd_bus_message*, void*,
+int LogControl::SetTarget(sd_bus*, const char*, const char*, const char*, sd_bus_message* value, void* self,
                           sd_bus_error* error) {
-  return sd_bus_error_set(error, SD_BUS_ERROR_NOT_SUPPORTED,
-                          "the log goes to standard error and cannot be redirected");
+  const char* word = nullptr;
+  if (const int result = sd_bus_message_read_basic(value, SD_BUS_TYPE_STRING, static_cast<void*>(&word));
+      result < 0) {
+    return result;
+  }
+  const std::string_view target = word;
+  if (target != kConsole && target != kJournal) {
+    return sd_bus_error_setf(error, SD_BUS_ERROR_INVALID_ARGS,
+                             "\"%s\" is no log target here; console and journal are", word);
+  }
+  if (!static_cast<LogControl*>(self)->log_.SetTarget(target == kConsole ? LogTarget::Console
+                                                                         : LogTarget::Journal)) {
+    return sd_bus_error_set(error, SD_BUS_ERROR_NOT_SUPPORTED, "there is no journal here");
+  }
+  return 0;
 }
 
 int LogControl::GetIdentifier(sd_bus*, const char*, const char*, const char*, sd_bus_message* reply, void*,
                               sd_bus_error*) {
-  return AppendText(reply, kIdentifier);
+  return AppendText(reply, Log::kIdentifier);
 }
 
 void LogControl::Attach(sd_bus* bus) {

@@ -2,6 +2,7 @@
 
 #include "bus/codec.h"
 #include "support/bus_pair.h"
+#include "support/fake_journal.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +46,8 @@ class LogControls : public testing::Test {
   }
   std::string SetText(const char* property, const std::string& text) { return Set(property, text); }
 
-  Log log_{Severity::Information};
+  FakeJournal journal_;
+  Log log_{Severity::Information, journal_, LogTarget::Console};
   LogControl control_{log_};
   BusPair pair_;
 };
@@ -90,11 +92,29 @@ TEST_F(LogControls, RefuseALevelThatIsNoText) {
   EXPECT_EQ(log_.GetLevel(), Severity::Information);
 }
 
-TEST_F(LogControls, RefuseAnotherTarget) {
-  EXPECT_EQ(
-      SetText("LogTarget", "journal"),
-      "org.freedesktop.DBus.Error.NotSupported: the log goes to standard error and cannot be redirected");
+TEST_F(LogControls, SetTheTarget) {
+  EXPECT_EQ(SetText("LogTarget", "journal"), "none");
+  EXPECT_EQ(log_.GetTarget(), LogTarget::Journal);
+  EXPECT_EQ(Get("LogTarget"), "journal");
+  EXPECT_EQ(SetText("LogTarget", "console"), "none");
+  EXPECT_EQ(log_.GetTarget(), LogTarget::Console);
   EXPECT_EQ(Get("LogTarget"), "console");
+}
+
+TEST_F(LogControls, RefuseTheJournalWhereThereIsNone) {
+  journal_.isThere = false;
+  EXPECT_EQ(SetText("LogTarget", "journal"),
+            "org.freedesktop.DBus.Error.NotSupported: there is no journal here");
+  EXPECT_EQ(Get("LogTarget"), "console");
+}
+
+TEST_F(LogControls, RefuseAnotherTarget) {
+  for (const std::string word : {"", "kmsg", "syslog", "null", "auto", "Console", "100%s"}) {
+    EXPECT_EQ(SetText("LogTarget", word), "org.freedesktop.DBus.Error.InvalidArgs: \"" + word +
+                                              "\" is no log target here; console and journal are");
+  }
+  EXPECT_EQ(Get("LogTarget"), "console");
+  EXPECT_TRUE(Set("LogTarget", 7).starts_with("org.freedesktop.DBus.Error.InvalidArgs: "));
 }
 
 TEST_F(LogControls, KeepTheIdentifier) {
