@@ -64,7 +64,9 @@ std::vector<CommandReference> ReadCommands() {
   Tool::fillCommandTable(table);
   std::vector<CommandReference> references;
   for (const Tool::Command& command : table) {
-    CommandReference& reference = references.emplace_back(command.name, command.debugOnly);
+    CommandReference& reference = references.emplace_back();
+    reference.name = command.name;
+    reference.debugOnly = command.debugOnly;
     // It is the entry point's own, and lists instead of publishing.
     if (command.name == "help") {
       continue;

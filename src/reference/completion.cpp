@@ -85,19 +85,22 @@ std::string OptionLines(const ToolProse& prose, Describe describe) {
   return lines;
 }
 
-/// A line of a `case` for each option with names for values.
-std::string ValueLines(const ToolProse& prose, const std::string& open, const std::string& close) {
+/// A line of a `case` for each option with names for values; `assign` sets these.
+std::string ValueLines(const ToolProse& prose, const std::function<std::string(const Words&)>& assign) {
   std::string lines;
   for (const CommandProse& command : prose.commands) {
     for (const OptionReference& option : command.command.options) {
       if (const Words values = ValuesOf(option); !values.empty()) {
-        lines += "        " + Quote(Lower(command.command.name) + " " + Dashed(option)) + ") values=" + open +
-                 Join(values) + close + " ;;\n";
+        const std::string pattern = Quote(Join({Lower(command.command.name), Dashed(option)}));
+        lines += Join({"       ", pattern + ")", assign(values), ";;\n"});
       }
     }
   }
   return lines;
 }
+
+std::string BashValues(const Words& values) { return "values=" + Quote(Join(values)); }
+std::string ZshValues(const Words& values) { return "values=(" + Join(values) + ")"; }
 
 std::string BashOptions(const CommandProse& prose) {
   Words options;
@@ -131,7 +134,7 @@ std::string BashCompletion(const std::string& source, const ToolProse& prose) {
       {{"commands",
         [&] { return CommandLines(prose, [](const auto& command) { return command.command.name; }); }},
        {"options", [&] { return OptionLines(prose, BashOptions); }},
-       {"values", [&] { return ValueLines(prose, "'", "'"); }}});
+       {"values", [&] { return ValueLines(prose, BashValues); }}});
 }
 
 std::string ZshCompletion(const std::string& source, const ToolProse& prose) {
@@ -142,7 +145,7 @@ std::string ZshCompletion(const std::string& source, const ToolProse& prose) {
                           });
                         }},
                        {"options", [&] { return OptionLines(prose, ZshOptions); }},
-                       {"values", [&] { return ValueLines(prose, "(", ")"); }}});
+                       {"values", [&] { return ValueLines(prose, ZshValues); }}});
 }
 
 }  // namespace TALO::Reference

@@ -16,6 +16,7 @@ namespace {
 
 std::vector<std::string> LongNamesOf(const po::options_description& options) {
   std::vector<std::string> names;
+  names.reserve(options.options().size());
   for (const auto& option : options.options()) {
     names.push_back(option->long_name());
   }

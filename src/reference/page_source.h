@@ -34,6 +34,7 @@ class SourceError : public std::runtime_error {
 template <typename Items>
 std::vector<std::string> NamesOf(const Items& items) {
   std::vector<std::string> names;
+  names.reserve(items.size());
   for (const auto& item : items) {
     names.push_back(item.name);
   }
