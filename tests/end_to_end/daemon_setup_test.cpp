@@ -106,22 +106,24 @@ TEST_F(DaemonOptions, AreOnlyPrintedByHelp) {
   Process daemon({.words = {DaemonProgram(), "--help"}});
   EXPECT_EQ(Finish(daemon),
             Success("Usage: talowifid [OPTION...]:\n"
-                    "  --help                    print this help\n"
-                    "  --config FILE             configuration file, /etc/talowifi/talowifid.conf \n"
-                    "                            where it exists\n"
+                    "  --help                                print this help\n"
+                    "  --config FILE (=/etc/talowifi/talowifid.conf)\n"
+                    "                                        configuration file; this one need not \n"
+                    "                                        exist\n"
                     "\n"
                     "Options, on the command line or as key = value in the configuration file:\n"
-                    "  --radio-driver simulated  which radios to run on\n"
-                    "  --model MODEL             router model: Alder100, Birch200, Cedar300 or \n"
-                    "                            Dune40\n"
-                    "  --country CODE            country code of a router that was never set up\n"
-                    "  --bus system|session      which bus to serve\n"
-                    "  --state-dir DIR           where the state is kept\n"
-                    "  --scenario FILE           what the simulated radios hear\n"
-                    "  --bridge NAME             bridge of new networks\n"
-                    "  --access-group GROUP      whose members may use the wifi daemon, netdev by \n"
-                    "                            default\n"
-                    "  --log-level LEVEL         Error, Warning, Information or Debug\n"));
+                    "  --radio-driver DRIVER (=simulated)    which radios to run on\n"
+                    "  --model MODEL (=Alder100)             router model: Alder100, Birch200, \n"
+                    "                                        Cedar300 or Dune40\n"
+                    "  --country CODE (=DE)                  country code of a router that was never\n"
+                    "                                        set up\n"
+                    "  --bus system|session (=system)        which bus to serve\n"
+                    "  --state-dir DIR (=/var/lib/talowifi)  where the state is kept\n"
+                    "  --scenario FILE                       what the simulated radios hear; silence\n"
+                    "                                        without one\n"
+                    "  --bridge NAME (=br0)                  bridge of new networks\n"
+                    "  --access-group GROUP (=netdev)        whose members may use the wifi daemon\n"
+                    "  --log-level LEVEL (=Information)      Error, Warning, Information or Debug\n"));
 }
 
 TEST_F(DaemonOptions, LeaveTheStateDirectoryToTheServiceManagerWhereTheyNameNone) {

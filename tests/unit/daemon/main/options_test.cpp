@@ -241,24 +241,24 @@ TEST_F(DaemonOptions, RefuseAFileThatCannotBeRead) {
 TEST_F(DaemonOptions, PrintTheHelpAndDoNothingElse) {
   const std::string help =
       "Usage: talowifid [OPTION...]:\n"
-      "  --help                               print this help\n"
+      "  --help                                print this help\n"
       "  --config FILE (=/etc/talowifi/talowifid.conf)\n"
-      "                                       configuration file; this one need not \n"
-      "                                       exist\n"
+      "                                        configuration file; this one need not \n"
+      "                                        exist\n"
       "\n"
       "Options, on the command line or as key = value in the configuration file:\n"
-      "  --radio-driver DRIVER (=simulated)   which radios to run on\n"
-      "  --model MODEL (=Alder100)            router model: Alder100, Birch200, \n"
-      "                                       Cedar300 or Dune40\n"
-      "  --country CODE (=DE)                 country code of a router that was never \n"
-      "                                       set up\n"
-      "  --bus system|session (=system)       which bus to serve\n"
-      "  --state-dir DIR (=/var/lib/talowifi) where the state is kept\n"
-      "  --scenario FILE                      what the simulated radios hear; silence \n"
-      "                                       without one\n"
-      "  --bridge NAME (=br0)                 bridge of new networks\n"
-      "  --access-group GROUP (=netdev)       whose members may use the wifi daemon\n"
-      "  --log-level LEVEL (=Information)     Error, Warning, Information or Debug\n";
+      "  --radio-driver DRIVER (=simulated)    which radios to run on\n"
+      "  --model MODEL (=Alder100)             router model: Alder100, Birch200, \n"
+      "                                        Cedar300 or Dune40\n"
+      "  --country CODE (=DE)                  country code of a router that was never\n"
+      "                                        set up\n"
+      "  --bus system|session (=system)        which bus to serve\n"
+      "  --state-dir DIR (=/var/lib/talowifi)  where the state is kept\n"
+      "  --scenario FILE                       what the simulated radios hear; silence\n"
+      "                                        without one\n"
+      "  --bridge NAME (=br0)                  bridge of new networks\n"
+      "  --access-group GROUP (=netdev)        whose members may use the wifi daemon\n"
+      "  --log-level LEVEL (=Information)      Error, Warning, Information or Debug\n";
   for (const Words& words : {Words{"--help"}, Words{"--help", "--model", "Nothing"},
                              Words{"--config", "/missing.conf", "--help"}}) {
     const CapturedStream output(std::cout);
