@@ -102,9 +102,10 @@ BusMember ReadMember(const std::string& kind, const pt::ptree& element, const st
 
 }  // namespace
 
-BusInterfaceDocument ReadBusDocument(std::istream& xml) {
+BusInterfaceDocument ReadBusDocument(const std::string& xml) {
+  std::istringstream stream(xml);
   pt::ptree tree;
-  pt::read_xml(xml, tree);
+  pt::read_xml(stream, tree);
   const pt::ptree& node = tree.get_child("node");
   const pt::ptree& interface = node.get_child("interface");
   BusInterfaceDocument document{.name = interface.get<std::string>("<xmlattr>.name"),

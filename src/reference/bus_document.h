@@ -1,6 +1,5 @@
 #pragma once
 
-#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -34,9 +33,9 @@ struct BusInterfaceDocument {
   bool operator==(const BusInterfaceDocument&) const = default;
 };
 
-/// Reads such a file: a comment in front of the interface, and in front of each member one that begins with
-/// the member's name and a colon, and describes each argument from its name and a colon on. Throws
-/// std::invalid_argument where a member or an argument is without prose.
-BusInterfaceDocument ReadBusDocument(std::istream& xml);
+/// Reads the text of such a file: a comment in front of the interface, and in front of each member one that
+/// begins with the member's name and a colon, and describes each argument from its name and a colon on.
+/// Throws std::invalid_argument where a member or an argument is without prose.
+BusInterfaceDocument ReadBusDocument(const std::string& xml);
 
 }  // namespace TALO::Reference

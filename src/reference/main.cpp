@@ -4,6 +4,7 @@
 #include "reference/daemon_page.h"
 #include "reference/tool_page.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
@@ -17,45 +18,57 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-std::ifstream Open(const std::string& path) {
+std::string Read(const std::string& path) {
   std::ifstream file(path);
   file.exceptions(std::ios::badbit);
   if (!file) {
     throw std::runtime_error("it cannot be read");
   }
-  return file;
-}
-
-std::string Read(const std::string& path) {
-  std::ifstream file = Open(path);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+/// What `make` makes of a file's text; a failure names the file.
+template <typename Maker>
+auto MakeOf(const std::string& path, Maker make) {
+  try {
+    return make(Read(path));
+  } catch (const std::exception& failure) {
+    throw std::runtime_error(path + ": " + failure.what());
+  }
+}
+
+ToolProse ReadTool(const std::string& path) {
+  return MakeOf(path, [](const std::string& source) { return ReadToolProse(source, ReadCommands()); });
+}
+
+std::vector<BusInterfaceDocument> ReadInterfaces(const Words& paths) {
+  std::vector<BusInterfaceDocument> interfaces;
+  std::ranges::transform(paths, std::back_inserter(interfaces), [](const std::string& path) {
+    return MakeOf(path, [](const std::string& xml) { return ReadBusDocument(xml); });
+  });
+  return interfaces;
+}
+
 /// The document of this kind from its source and the files that it takes beside that.
-std::string Make(const std::string& kind, const std::string& source, const Words& others) {
+std::string Make(const std::string& kind, const std::string& path, const Words& others) {
   if (kind == "tool-page") {
-    return ToolPage(ReadToolProse(source, ReadCommands()));
+    return ToolPage(ReadTool(path));
   }
-  if (kind == "daemon-page") {
-    return DaemonPage(source, Wifid::AllOptions());
-  }
-  if (kind == "configuration-page") {
-    return DaemonPage(source, Wifid::ConfigOptions());
+  if (kind == "bash" || kind == "zsh") {
+    const ToolProse prose = ReadTool(others.at(0));
+    return MakeOf(path, [&](const std::string& source) {
+      return kind == "bash" ? BashCompletion(source, prose) : ZshCompletion(source, prose);
+    });
   }
   if (kind == "bus-page") {
-    std::vector<BusInterfaceDocument> interfaces;
-    for (const std::string& path : others) {
-      std::ifstream xml = Open(path);
-      interfaces.push_back(ReadBusDocument(xml));
-    }
-    return BusPage(source, interfaces, ReadBusErrors());
+    const auto interfaces = ReadInterfaces(others);
+    return MakeOf(path,
+                  [&](const std::string& source) { return BusPage(source, interfaces, ReadBusErrors()); });
   }
-  const ToolProse prose = ReadToolProse(Read(others.at(0)), ReadCommands());
-  if (kind == "bash") {
-    return BashCompletion(source, prose);
-  }
-  if (kind == "zsh") {
-    return ZshCompletion(source, prose);
+  if (kind == "daemon-page" || kind == "configuration-page") {
+    return MakeOf(path, [&](const std::string& source) {
+      return DaemonPage(source, kind == "daemon-page" ? Wifid::AllOptions() : Wifid::ConfigOptions());
+    });
   }
   throw std::invalid_argument("there is no document of the kind " + kind);
 }
@@ -68,12 +81,11 @@ std::string Make(const std::string& kind, const std::string& source, const Words
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
   try {
-    std::cout << TALO::Reference::Make(words.at(0), TALO::Reference::Read(words.at(1)),
-                                       {words.begin() + 2, words.end()})
+    std::cout << TALO::Reference::Make(words.at(0), words.at(1), {words.begin() + 2, words.end()})
               << std::flush;
     return std::cout.good() ? EXIT_SUCCESS : EXIT_FAILURE;
   } catch (const std::exception& failure) {
-    std::cerr << "talowifi-reference: " << (argc > 2 ? words[1] + ": " : "") << failure.what() << std::endl;
+    std::cerr << "talowifi-reference: " << failure.what() << std::endl;
     return EXIT_FAILURE;
   }
 }

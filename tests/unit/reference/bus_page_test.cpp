@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <stdexcept>
 
 namespace TALO::Reference {
@@ -53,11 +52,6 @@ std::string With(const std::string& part, const std::string& instead) {
 
 const std::string kWhole = With("it left.", "it left.\n      who: who it was.");
 
-BusInterfaceDocument Read(const std::string& xml) {
-  std::istringstream stream(xml);
-  return ReadBusDocument(stream);
-}
-
 TEST(BusDocument, HoldsTheMembersWithTheirProse) {
   const BusInterfaceDocument expected = {
       "a.B",
@@ -67,13 +61,13 @@ TEST(BusDocument, HoldsTheMembersWithTheirProse) {
         "looks for it. note: not an argument.",
         {{"key", "s", false, "what to look for."}, {"found", "a{ias}", true, "-1 where it is not there."}}},
        {"Went", true, "it left.", {{"who", "i", false, "who it was."}}}}};
-  EXPECT_EQ(Read(kWhole), expected);
+  EXPECT_EQ(ReadBusDocument(kWhole), expected);
 }
 
 TEST(BusDocument, IsRefusedWithoutProse) {
   const auto failure = [](const std::string& xml) -> std::string {
     try {
-      Read(xml);
+      ReadBusDocument(xml);
     } catch (const std::invalid_argument& error) {
       return error.what();
     }
@@ -86,8 +80,8 @@ TEST(BusDocument, IsRefusedWithoutProse) {
 }
 
 TEST(BusPage, HoldsInterfacesAndErrorsWithTheirProse) {
-  EXPECT_EQ(BusPage(".TH B 7\n@interface a.B\n.SH ERRORS\n@error a.Gone\nIt went.\n", {Read(kWhole)},
-                    {{"a.Gone", "Is gone"}}),
+  EXPECT_EQ(BusPage(".TH B 7\n@interface a.B\n.SH ERRORS\n@error a.Gone\nIt went.\n",
+                    {ReadBusDocument(kWhole)}, {{"a.Gone", "Is gone"}}),
             ".TH B 7\n"
             ".SH \"INTERFACE a.B\"\n"
             "What it is for, in two lines.\n"
@@ -108,7 +102,7 @@ TEST(BusPage, HoldsInterfacesAndErrorsWithTheirProse) {
 
 TEST(BusPage, HasAllInterfacesAndErrorsAndNoOthers) {
   const auto failure = [](const std::string& source) {
-    return SourceFailureOf([&] { BusPage(source, {Read(kWhole)}, {{"a.Gone", "Is gone"}}); });
+    return SourceFailureOf([&] { BusPage(source, {ReadBusDocument(kWhole)}, {{"a.Gone", "Is gone"}}); });
   };
   EXPECT_EQ(failure("@interface a.B\n@error a.Gone\n"), "nothing");
   EXPECT_EQ(failure("@interface a.B\n"), "line 1: a.Gone, an error, is missing");
