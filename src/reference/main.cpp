@@ -81,6 +81,9 @@ std::string Make(const std::string& kind, const std::string& path, const Words& 
 int main(int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
   try {
+    if (words.size() < 2) {
+      throw std::invalid_argument("usage: talowifi-reference KIND SOURCE [FILE...]");
+    }
     std::cout << TALO::Reference::Make(words.at(0), words.at(1), {words.begin() + 2, words.end()})
               << std::flush;
     return std::cout.good() ? EXIT_SUCCESS : EXIT_FAILURE;
