@@ -75,11 +75,11 @@ void ReleaseName(sd_bus* bus) {
 
 /// As sd_bus_flush, which waits for ever for a bus that takes nothing.
 void Flush(sd_bus* bus) {
-  using namespace std::chrono;
-  const auto end = steady_clock::now() + seconds(2);
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::seconds(2);
   std::uint64_t queued = 0;
   while (sd_bus_is_ready(bus) > 0 && sd_bus_get_n_queued_write(bus, &queued) >= 0 && queued > 0) {
-    const auto left = duration_cast<microseconds>(end - steady_clock::now()).count();
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(end - Clock::now()).count();
     const int processed = sd_bus_process(bus, nullptr);
     if (left <= 0 || processed < 0 ||
         (processed == 0 && sd_bus_wait(bus, static_cast<std::uint64_t>(left)) < 0)) {

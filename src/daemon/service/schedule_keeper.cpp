@@ -4,6 +4,12 @@
 
 namespace TALO::Wifid {
 
+namespace {
+
+constexpr std::int64_t kRetryAfter = 60;
+
+}  // namespace
+
 ScheduleKeeper::ScheduleKeeper(Engine& engine, Timers& timers) : engine_(engine), timers_(timers) {
   engine_.GetDoors().clock.WhenSet([this] { Evaluate(); });
 }
@@ -22,7 +28,10 @@ void ScheduleKeeper::Rearm() {
   }
   const auto& doors = engine_.GetDoors();
   const std::int64_t now = doors.clock.WallNow();
-  const auto next = NextSwitchOfAll(engine_.GetState(), now, doors.calendar);
+  auto next = NextSwitchOfAll(engine_.GetState(), now, doors.calendar);
+  if (behind_) {
+    next = std::min(next.value_or(now + kRetryAfter), now + kRetryAfter);
+  }
   if (!next) {
     return;
   }
@@ -37,7 +46,8 @@ void ScheduleKeeper::Rearm() {
 
 void ScheduleKeeper::Evaluate() {
   engine_.EvaluateSchedules([this](const Result<void>& evaluated) {
-    if (!evaluated.Succeeded()) {
+    behind_ = !evaluated.Succeeded();
+    if (behind_) {
       engine_.GetDoors().log.Write(Severity::Error,
                                    "a schedule could not switch: " + evaluated.Why().sentence);
     }

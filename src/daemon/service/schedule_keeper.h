@@ -7,8 +7,8 @@
 
 namespace TALO::Wifid {
 
-/// Has the schedules evaluated whenever one of them switches, and when the clock has been set. Sleeps
-/// otherwise.
+/// Has the schedules evaluated whenever one of them switches, when the clock has been set, and every minute
+/// while a radio has not followed. Sleeps otherwise.
 class ScheduleKeeper {
  public:
   ScheduleKeeper(Engine& engine, Timers& timers);
@@ -25,6 +25,7 @@ class ScheduleKeeper {
   Engine& engine_;
   Timers& timers_;
   std::optional<Timers::Id> timer_;
+  bool behind_ = false;  ///< a radio did not follow the last switch
 };
 
 }  // namespace TALO::Wifid

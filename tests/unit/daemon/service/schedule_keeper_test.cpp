@@ -142,6 +142,21 @@ TEST_F(ScheduleKeepers, SayThatARadioDidNotSwitchAndGoOn) {
   EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1", "apply Band5GHz_2: 1"}));
 }
 
+TEST_F(ScheduleKeepers, TryAgainEveryMinuteUntilTheRadioFollows) {
+  StartAt(kMonday, {{Band5GHz_1, ScheduleMode::ValidFor, kMonday + 60, {}}});
+  driver_.FailNext(Band5GHz_1, "wlan1 does not come up");
+  Pass(seconds(60));
+  EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
+  EXPECT_EQ(timers_.UntilNext(), seconds(60));
+  driver_.FailNext(Band5GHz_1, "wlan1 does not come up");
+  Pass(seconds(60));
+  EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
+  EXPECT_EQ(timers_.UntilNext(), seconds(60));
+  Pass(seconds(60));
+  EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1"}));
+  EXPECT_EQ(timers_.CountWaiting(), 0U);
+}
+
 TEST_F(ScheduleKeepers, LeaveNothingBehind) {
   StartAt(kMonday, {{Band5GHz_1, ScheduleMode::ValidFor, kMonday + 60, {}}});
   keeper_.reset();
