@@ -166,6 +166,16 @@ TEST_F(DaemonStart, RefusesAStateOfANewerVersionAndLeavesItAsItIs) {
   EXPECT_EQ(ReadFile(StateFile() + ".last"), last);
 }
 
+TEST_F(DaemonStart, RefusesAStateOfACountryThatTheModelMayNotBeUsedIn) {
+  StartDaemon({.options = {"--country", "US", "--log-level", "Debug"}});
+  CreateNetwork("Home", 1);
+  EXPECT_EQ(Daemon().Terminate(SIGTERM), 0);
+  const std::string stored = ReadFile(StateFile());
+  EXPECT_EQ(RunDaemon({.options = {"--model", "Birch200", "--state-dir", StateDirectory()}}),
+            Refused("the stored state is of a router in US, where the model Birch200 may not be used"));
+  EXPECT_EQ(ReadFile(StateFile()), stored);
+}
+
 }  // namespace
 
 }  // namespace TALO::EndToEnd

@@ -1,6 +1,8 @@
 #include "daemon/main/stored_state.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/first_state.h"
+#include "daemon/model/text.h"
 
 #include <stdexcept>
 #include <utility>
@@ -16,8 +18,14 @@ State LoadState(StateStore& store, const Capabilities& capabilities, CountryCode
   if (!found.trouble.empty()) {
     log.Write(Severity::Error, found.trouble);
   }
-  return found.state ? AdaptToRadios(std::move(*found.state), capabilities)
-                     : MakeFirstState(capabilities, country);
+  if (!found.state) {
+    return MakeFirstState(capabilities, country);
+  }
+  if (!CountryCapability(capabilities.model).codes.contains(found.state->country)) {
+    throw std::runtime_error("the stored state is of a router in " + NameOrNumber(found.state->country) +
+                             ", where the model " + NameOrNumber(capabilities.model) + " may not be used");
+  }
+  return AdaptToRadios(std::move(*found.state), capabilities);
 }
 
 }  // namespace TALO::Wifid
