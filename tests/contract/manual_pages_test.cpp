@@ -173,7 +173,7 @@ TEST(TheBusPage, HoldsMethodsSignalsEnumerationsAndErrors) {
 )"));
   EXPECT_THAT(text, HasSubstr(R"(
        com.talo.Wifi1.Error.Busy (Busy)
-              Something else is going on: a WPS session runs.
+              Something else is going on: a WPS session runs, or the daemon is about to end.
 )"));
 }
 
