@@ -115,7 +115,6 @@ int EventLoop::OnDisconnected(sd_bus_message*, void* self, sd_bus_error*) {
 
 EventLoop::~EventLoop() {
   sd_bus_detach_event(bus_.get());
-  Flush(bus_.get());
   sd_bus_close(bus_.get());
 }
 
@@ -140,6 +139,9 @@ void EventLoop::Open(std::function<void()> opened) {
 
 int EventLoop::OnNameAnswer(sd_bus_message* answer, void* self, sd_bus_error*) {
   auto& loop = *static_cast<EventLoop*>(self);
+  if (loop.ending_) {
+    return 0;
+  }
   if (const int given = NameGiven(answer); given < 0) {
     loop.Stop(std::make_exception_ptr(std::system_error(-given, std::generic_category(), kNoName)));
     return 0;
@@ -158,6 +160,8 @@ void EventLoop::Run() {
   Check(result, "the bus is lost");
   sd_notify(0, "STOPPING=1");
   ReleaseName(bus_.get());
+  // Here, where everything that answers may call is still there.
+  Flush(bus_.get());
   log_.Write(Severity::Information, "talowifid ends", {.messageId = MessageIds::kEnds});
 }
 

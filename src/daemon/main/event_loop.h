@@ -21,7 +21,6 @@ class EventLoop {
   EventLoop(Options::Bus bus, Log& log);
   EventLoop(const EventLoop&) = delete;
   EventLoop& operator=(const EventLoop&) = delete;
-  /// Lets the bus have what was sent to it, unless it does not take it in good time.
   ~EventLoop();
 
   sd_bus* GetBus() const { return bus_.get(); }
@@ -34,8 +33,9 @@ class EventLoop {
   /// What is done on SIGTERM and SIGINT; it leads to End(), now or later. Without it they end Run() at once.
   void WhenAskedToEnd(std::function<void()> action) { askedToEnd_ = std::move(action); }
 
-  /// Serves until End(), tells the service manager, and gives the name back. Throws std::system_error when
-  /// the bus is lost or does not give the name, and what Stop() was given.
+  /// Serves until End(), tells the service manager, gives the name back and lets the bus have what was sent
+  /// to it, unless it does not take it in good time. Throws std::system_error when the bus is lost or does
+  /// not give the name, and what Stop() was given.
   void Run();
 
   /// Ends Run().
