@@ -37,15 +37,14 @@ Result<void> Engine::Save(const State& state) {
 }
 
 void Engine::Commit(const Radios& radios, const State& next, Finish finish) {
-  if (next == state_ && !saveOwed_) {
-    finish({});
-    return;
+  if (next != state_ || saveOwed_) {
+    if (const auto saved = Save(next); !saved.Succeeded()) {
+      doors_.log.Write(Severity::Error, saved.Why().sentence, {.messageId = MessageIds::kNotStored});
+      finish(saved);
+      return;
+    }
   }
-  if (const auto saved = Save(next); !saved.Succeeded()) {
-    doors_.log.Write(Severity::Error, saved.Why().sentence, {.messageId = MessageIds::kNotStored});
-    finish(saved);
-    return;
-  }
+  // Also where the state stays as it is: a radio that failed before may not be as it says.
   const State before = std::exchange(state_, next);
   scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
   Apply(radios, ApplyMode::WhatDiffers,

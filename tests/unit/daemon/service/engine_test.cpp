@@ -194,6 +194,22 @@ TEST_F(Engines, BringARadioThatFailedToItsPlanWithTheNextChangeOfIt) {
   EXPECT_EQ(LiveNow(), LiveOf(two_));
 }
 
+TEST_F(Engines, BringARadioThatFailedToItsPlanBeforeTheyCallWhatIsWantedDone) {
+  driver_.FailNext(Band5GHz_2, "wlan2 does not come up");
+  Restart(ApplyMode::WhatDiffers);
+  driver_.FinishAll();
+  TakeJournal();
+  const auto stay = [](const State& state) { return Result<Change<void>>(Change<void>{state}); };
+  driver_.FailNext(Band5GHz_2, "wlan2 does not come up yet");
+  engine_->Make<void>(stay, NoteResult());
+  driver_.FinishAll();
+  EXPECT_EQ(TakeJournal().back(), "Radio failed: wlan2 does not come up yet");
+  engine_->Make<void>(stay, NoteResult());
+  driver_.FinishAll();
+  EXPECT_EQ(TakeJournal().back(), "done");
+  EXPECT_EQ(LiveNow(), LiveOf(two_));
+}
+
 TEST_F(Engines, AnswerQuestionsWhileAChangeIsUnderWay) {
   Create("Three");
   // The state tells what is wanted, which is stored by now; what is in the air follows.
