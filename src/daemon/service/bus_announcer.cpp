@@ -5,6 +5,7 @@
 #include "bus/operations.h"
 #include "bus/signals.h"
 #include "daemon/service/event_log.h"
+#include "daemon/service/unsent_messages.h"
 
 #include <string>
 
@@ -29,12 +30,14 @@ void BusAnnouncer::Send(const Values&... values) {
   if (bus_ == nullptr) {
     return;
   }
-  sd_bus_message* message = nullptr;
-  const int made =
-      sd_bus_message_new_signal(bus_, &message, Bus::kObjectPath, Bus::General::name.text, Signal::name.text);
-  const Bus::Message signal(message);
   try {
-    Bus::CheckMessage(made);
+    if (HasTooManyUnsent(bus_)) {
+      return;
+    }
+    sd_bus_message* message = nullptr;
+    Bus::CheckMessage(sd_bus_message_new_signal(bus_, &message, Bus::kObjectPath, Bus::General::name.text,
+                                                Signal::name.text));
+    const Bus::Message signal(message);
     Signal::ValuesCodec::Append(signal.get(), values...);
     Bus::CheckMessage(sd_bus_send(bus_, signal.get(), nullptr));
   } catch (const Bus::CodecError& error) {

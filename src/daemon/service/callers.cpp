@@ -2,6 +2,7 @@
 
 #include "bus/errors.h"
 #include "daemon/service/message_size.h"
+#include "daemon/service/unsent_messages.h"
 
 #include <algorithm>
 #include <exception>
@@ -92,9 +93,7 @@ Callers::Verdict Callers::Receive(sd_bus_message* call) {
 // A bus that takes no answers holds too many for callers that do not read theirs. To answer more would only
 // fill the memory, also with refusals.
 bool Callers::BusTakesNothing() {
-  std::uint64_t unsent = 0;
-  Bus::CheckMessage(sd_bus_get_n_queued_write(bus_, &unsent));
-  const bool takesNothing = unsent >= kMaximumUnsentMessages;
+  const bool takesNothing = HasTooManyUnsent(bus_);
   if (takesNothing && !passesOver_) {
     log_.Write(Severity::Error, "the bus does not take answers, calls are passed over until it does");
   }
@@ -145,8 +144,16 @@ Callers::Verdict Callers::Wait(const std::string& name, Caller& caller, sd_bus_m
   const bool isFirst = caller.waiting.empty();
   caller.waiting.emplace_back(sd_bus_message_ref(call));
   ++waiting_;
-  if (isFirst) {
+  if (!isFirst) {
+    return Verdict::Done;
+  }
+  try {
     identify_(name, [this, name](const std::optional<Identity>& identity) { SetIdentity(name, identity); });
+  } catch (...) {
+    // Nobody was asked, so the next call is the first again.
+    caller.waiting.pop_back();
+    --waiting_;
+    throw;
   }
   return Verdict::Done;
 }
@@ -158,17 +165,21 @@ void Callers::SetIdentity(const std::string& name, const std::optional<Identity>
   }
   Caller& caller = found->second;
   caller.identity = identity;
-  for (const Bus::Message& call : caller.waiting) {
-    if (!identity) {
-      Answer(call.get(), SD_BUS_ERROR_ACCESS_DENIED, "the bus does not say who calls " + NameOf(call.get()));
-    } else if (sd_bus_enqueue_for_read(bus_, call.get()) < 0) {
-      log_.Write(Severity::Error, "the calls of " + name + " were dropped: the bus cannot take them again");
-      Forget(name);
-      return;
-    }
-  }
   if (!identity) {
+    for (const Bus::Message& call : caller.waiting) {
+      Answer(call.get(), SD_BUS_ERROR_ACCESS_DENIED, "the bus does not say who calls " + NameOf(call.get()));
+    }
     Forget(name);
+    return;
+  }
+  auto& waiting = caller.waiting;
+  std::size_t taken = 0;
+  while (taken < waiting.size() && sd_bus_enqueue_for_read(bus_, waiting[taken].get()) >= 0) {
+    ++taken;
+  }
+  for (; waiting.size() > taken; waiting.pop_back(), --waiting_) {
+    Answer(waiting.back().get(), SD_BUS_ERROR_LIMITS_EXCEEDED,
+           "too many calls are under way for " + NameOf(waiting.back().get()));
   }
 }
 

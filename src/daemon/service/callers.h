@@ -17,8 +17,6 @@ namespace TALO::Wifid {
 
 /// So many callers are remembered, so that only the first call of each asks the bus who it is.
 constexpr std::size_t kMaximumCallers = 1024;
-/// So many answers wait for a bus that does not take them; then calls are passed over.
-constexpr std::size_t kMaximumUnsentMessages = 1024;
 
 /// Stands before every call of the bus: lets it through to the daemon's objects where the caller is an
 /// administrator and the call is of a sane size, and answers it otherwise. Does not trust the bus's policy to

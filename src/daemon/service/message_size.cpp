@@ -29,6 +29,10 @@ class Measurement {
 
   // The nesting of containers is limited by sd-bus.
   void MeasureValue() {
+    if (++values_ > kMaximumValues) {
+      excess_ = "more than " + std::to_string(kMaximumValues) + " values";
+      return;
+    }
     char type = 0;
     const char* contents = nullptr;
     Bus::CheckMessage(sd_bus_message_peek_type(message_, &type, &contents));
@@ -90,6 +94,7 @@ class Measurement {
   }
 
   sd_bus_message* message_;
+  std::size_t values_ = 0;
   std::size_t bytesOfTexts_ = 0;
   std::optional<std::string> excess_;
 };

@@ -1,4 +1,5 @@
 #include "daemon/service/message_size.h"
+#include "daemon/service/unsent_messages.h"
 #include "support/callers_test.h"
 
 #include <string>
@@ -207,6 +208,21 @@ TEST_F(MessageSize, IsLimitedForLists) {
             std::string(kLimit) +
                 "com.talo.Wifi1.General.DeleteMACFilterProfiles was given a list with more "
                 "than 4096 values");
+}
+
+TEST_F(MessageSize, IsLimitedForAllListsTogether) {
+  // Whatever its form: it is measured before anybody asks whether the operation takes that.
+  const auto errorWithLists = [this](std::size_t values) {
+    return ErrorWith("DeleteMACFilterProfiles", [values](sd_bus_message* call) {
+      const std::vector<int> list(values, 7);
+      Bus::Codec<std::vector<std::vector<int>>>::Append(call, {list, list, list, list});
+    });
+  };
+  // The five lists are values as well.
+  EXPECT_EQ(errorWithLists(4094).find(kLimit), std::string::npos);
+  EXPECT_EQ(errorWithLists(4095),
+            std::string(kLimit) +
+                "com.talo.Wifi1.General.DeleteMACFilterProfiles was given more than 16384 values");
 }
 
 TEST_F(MessageSize, IsLimitedForAllTextsTogether) {
