@@ -7,6 +7,7 @@
 #include <boost/program_options/value_semantic.hpp>
 #include <boost/program_options/variables_map.hpp>
 
+#include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
@@ -65,9 +66,10 @@ std::string ReadStateDirectory(const po::variables_map& values) {
 
 void ReadConfigFile(po::variables_map& values, const po::options_description& options) {
   const auto path = values["config"].as<std::string>();
+  errno = 0;
   std::ifstream file(path);
   if (!file) {
-    if (!values["config"].defaulted()) {
+    if (!values["config"].defaulted() || errno != ENOENT) {
       throw std::invalid_argument("the configuration file " + path + " cannot be read");
     }
     return;

@@ -54,6 +54,8 @@ void Log::Write(Severity level, const std::string& line, const LogFields& fields
   if (target_ == LogTarget::Journal && journal_->Send(JournalFields(level, line, fields))) {
     return;
   }
+  // A line that could not be written must not silence those after it.
+  std::cerr.clear();
   std::cerr << std::string(WordOf(level)) + ": " + line + "\n" << std::flush;
 }
 

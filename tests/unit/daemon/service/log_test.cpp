@@ -39,6 +39,14 @@ TEST(Log, NamesTheLevelBeforeEveryLine) {
   }
 }
 
+TEST(Log, GoesOnAfterALineThatCouldNotBeWritten) {
+  const Log log(Severity::Debug);
+  const CapturedStream errors(std::cerr);
+  std::cerr.setstate(std::ios::badbit);
+  log.Write(Severity::Error, "the disk has room again");
+  EXPECT_EQ(errors.Text(), "err: the disk has room again\n");
+}
+
 TEST(Log, GivesTheJournalTextLevelAndIdentifier) {
   const FakeJournal journal;
   const Log log(Severity::Debug, journal, LogTarget::Journal);
