@@ -35,7 +35,7 @@ class InstalledLibrary : public InstalledTree {
 
 TEST_F(InstalledLibrary, IsFoundByCMake) {
   const std::string build = Path("examples");
-  Run({"cmake", "-S", TALOWIFI_EXAMPLES_DIR, "-B", build, "-DCMAKE_PREFIX_PATH=" + Prefix(),
+  Run({"cmake", "-G", "Ninja", "-S", TALOWIFI_EXAMPLES_DIR, "-B", build, "-DCMAKE_PREFIX_PATH=" + Prefix(),
        std::string("-DCMAKE_CXX_COMPILER=") + TALOWIFI_COMPILER});
   Run({"cmake", "--build", build});
   ExpectThatItListsNetworks(build + "/list_networks");
