@@ -26,9 +26,11 @@ const std::map<std::string, Names> kRooms = {
     {"daemon/json", {"client", "values"}},
     {"daemon/store", {"daemon/json", "daemon/model", "client", "values"}},
     {"daemon/radio", {"daemon/json", "daemon/model", "client", "values"}},
+    {"daemon/system", {"daemon/radio", "daemon/store", "daemon/model", "client", "values"}},
     {"daemon/service", {"daemon/model", "daemon/store", "daemon/radio", "bus", "client", "values"}},
     {"daemon/main",
-     {"daemon/model", "daemon/store", "daemon/radio", "daemon/service", "bus", "client", "values"}},
+     {"daemon/model", "daemon/store", "daemon/radio", "daemon/system", "daemon/service", "bus", "client",
+      "values"}},
     {"reference", {"commands", "cli", "daemon/main", "bus", "client", "values"}},
 };
 
@@ -41,12 +43,14 @@ struct Library {
 };
 
 const std::vector<Library> kLibraries = {
-    {"systemd/", "sd-bus and sd-event", {"bus", "daemon/service", "daemon/main"}, {}},
+    {"systemd/", "sd-bus and sd-event", {"bus", "daemon/service", "daemon/main", "daemon/system"}, {}},
     {"boost/",
      "Boost",
      {"cli", "commands", "main", "daemon/main", "reference"},
      {"client/record_descriptions.h", "client/record_members.h", "daemon/model/state_description.h",
       "daemon/radio/simulated/scenario_description.h", "daemon/store/checksum.cpp"}},
+    {"netlink/", "libnl", {"daemon/system"}, {}},
+    {"linux/nl80211", "nl80211", {"daemon/system"}, {}},
     {"json/", "jsoncpp", {"client", "commands", "daemon/json"}, {}},
     {"magic_enum", "magic_enum", {"values"}, {}},
 };

@@ -34,8 +34,8 @@ struct BadOption {
 
 const std::vector<BadOption>& BadValues() {
   static const std::vector<BadOption> values = {
-      {"radio-driver", "linux",
-       "the option radio-driver cannot be \"linux\": this daemon has the driver \"simulated\" only"},
+      {"radio-driver", "windows",
+       "the option radio-driver cannot be \"windows\": it is \"simulated\" or \"linux\""},
       {"model", "Oak500", "the option model cannot be \"Oak500\": there is no such name"},
       {"model", "alder100", "the option model cannot be \"alder100\": there is no such name"},
       {"model", "Error", "the option model cannot be \"Error\": it is not a model"},

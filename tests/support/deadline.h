@@ -9,6 +9,9 @@ namespace TALO::EndToEnd {
 /// patience with a silent daemon, twice 30 seconds, is well below.
 class Deadline {
  public:
+  explicit Deadline(std::chrono::seconds patience = std::chrono::seconds(150))
+      : end_(Clock::now() + patience) {}
+
   bool HasPassed() const { return Left().count() <= 0; }
 
   /// For poll(): the milliseconds left.
@@ -23,7 +26,7 @@ class Deadline {
     return std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now());
   }
 
-  Clock::time_point end_ = Clock::now() + std::chrono::seconds(150);
+  Clock::time_point end_;
 };
 
 }  // namespace TALO::EndToEnd

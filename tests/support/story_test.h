@@ -1,9 +1,7 @@
 #pragma once
 
-#include "bus/names.h"
-#include "bus/operations.h"
 #include "support/end_to_end_test.h"
-#include "support/test_connection.h"
+#include "support/operation_call.h"
 
 #include <cstddef>
 #include <functional>
@@ -62,21 +60,7 @@ class StoryTest : public EndToEndTest {
   /// Calls an operation that no command reaches. Throws CallError when it is refused.
   template <auto Method, typename... Arguments>
   auto Call(const Arguments&... arguments) {
-    using Traits = Wifi::Bus::MethodTraits<Method>;
-    const Wifi::Bus::BusHandle bus = OpenBus(Address());
-    sd_bus_message* message = nullptr;
-    Wifi::Bus::CheckMessage(sd_bus_message_new_method_call(
-        bus.get(), &message, Wifi::Bus::kBusName, Wifi::Bus::kObjectPath,
-        Wifi::Bus::InterfaceOf<Method>::name.text, Wifi::Bus::NameOf<Method>()));
-    const Wifi::Bus::Message call(message);
-    Traits::ArgumentsCodec::Append(call.get(), arguments...);
-    Wifi::Bus::BusError error;
-    sd_bus_message* answer = nullptr;
-    if (sd_bus_call(bus.get(), call.get(), 0, error.Get(), &answer) < 0) {
-      throw CallError((*error).name, (*error).message);
-    }
-    const Wifi::Bus::Message reply(answer);
-    return Traits::ResultCodec::Read(reply.get());
+    return CallOperation<Method>(Address(), arguments...);
   }
 
   /// Expects that an operation is refused with an error of this name behind the prefix of all.

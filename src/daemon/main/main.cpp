@@ -1,9 +1,9 @@
 #include "daemon/main/callers_setup.h"
+#include "daemon/main/chosen_driver.h"
 #include "daemon/main/ending.h"
 #include "daemon/main/event_clock.h"
 #include "daemon/main/event_loop.h"
 #include "daemon/main/event_timers.h"
-#include "daemon/main/given_scenario.h"
 #include "daemon/main/kernel_random.h"
 #include "daemon/main/local_calendar.h"
 #include "daemon/main/options.h"
@@ -12,7 +12,6 @@
 #include "daemon/main/setup_check.h"
 #include "daemon/main/stored_state.h"
 #include "daemon/main/system_journal.h"
-#include "daemon/radio/simulated/simulated_driver.h"
 #include "daemon/service/bus_announcer.h"
 #include "daemon/service/engine.h"
 #include "daemon/service/event_log.h"
@@ -41,7 +40,8 @@ void Serve(const Options& options) {
   KernelRandom random;
   BusAnnouncer announcer(log);
   ServiceManager manager(announcer);
-  SimulatedDriver driver(options.model, GivenScenario(options), timers);
+  const ChosenDriver chosen(options, loop, timers, log);
+  RadioDriver& driver = chosen.Get();
   CheckBridge(options, driver.GetBridges());
   StateDirectory directory(options.stateDirectory);
   StateFile store(directory, options.stateDirectory);

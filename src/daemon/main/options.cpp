@@ -59,9 +59,38 @@ po::parsed_options ParseWords(int argc, const char* const* argv, const po::optio
 }
 
 /// systemd names the directory that it made; the option goes before it.
-std::string ReadStateDirectory(const po::variables_map& values) {
-  const char* made = std::getenv("STATE_DIRECTORY");
-  return values["state-dir"].defaulted() && made != nullptr ? made : values["state-dir"].as<std::string>();
+std::string ReadDirectory(const po::variables_map& values, const char* option, const char* variable) {
+  const char* made = std::getenv(variable);
+  if (!values[option].defaulted() || made == nullptr) {
+    return values[option].as<std::string>();
+  }
+  // The first, where it made several.
+  const std::string list = made;
+  return list.substr(0, list.find(':'));
+}
+
+Options::RadioDriver ReadRadioDriver(const po::variables_map& values) {
+  const auto word = values["radio-driver"].as<std::string>();
+  if (word == "linux") {
+    return Options::RadioDriver::Linux;
+  }
+  if (word != "simulated") {
+    Refuse("radio-driver", word, "it is \"simulated\" or \"linux\"");
+  }
+  return Options::RadioDriver::Simulated;
+}
+
+/// The word of an option that belongs to one driver; empty without it.
+std::string ReadForDriver(const po::variables_map& values, const char* option, bool isForThisDriver) {
+  if (values.count(option) == 0) {
+    return {};
+  }
+  auto word = values[option].as<std::string>();
+  if (!isForThisDriver) {
+    Refuse(option, word,
+           "the radio driver " + Quoted(values["radio-driver"].as<std::string>()) + " has no use for it");
+  }
+  return word;
 }
 
 void ReadConfigFile(po::variables_map& values, const po::options_description& options) {
@@ -94,13 +123,17 @@ po::options_description ConfigOptions() {
   const auto named = [&](const char* placeholder, const auto& value) {
     return word(placeholder)->default_value(Wifi::Util::EnumNameOf(value));
   };
-  options.add_options()("radio-driver", word("DRIVER")->default_value(fallback.radioDriver),
+  options.add_options()("radio-driver", word("simulated|linux")->default_value("simulated"),
                         "which radios to run on")("model", named("MODEL", fallback.model),
                                                   "router model: Alder100, Birch200, Cedar300 or Dune40")(
       "country", named("CODE", fallback.country), "country code of a router that was never set up")(
       "bus", word("system|session")->default_value("system"), "which bus to serve")(
       "state-dir", word("DIR")->default_value(fallback.stateDirectory), "where the state is kept")(
       "scenario", word("FILE"), "what the simulated radios hear; silence without one")(
+      "radios", word("MAP"), "phys of the radios, as in phy0=Band5GHz")(
+      "hostapd", word("PROGRAM")->default_value(fallback.hostapd), "program for access points")(
+      "wpa-supplicant", word("PROGRAM")->default_value(fallback.supplicant), "program for stations")(
+      "runtime-dir", word("DIR")->default_value(fallback.runtimeDirectory), "where those find their files")(
       "bridge", word("NAME")->default_value(fallback.bridge), "bridge of new networks")(
       "access-group", word("GROUP")->default_value(fallback.accessGroup),
       "whose members may use the wifi daemon")("log-level", named("LEVEL", fallback.logLevel),
@@ -128,10 +161,8 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
   ReadConfigFile(values, ConfigOptions());
 
   Options result;
-  result.radioDriver = values["radio-driver"].as<std::string>();
-  if (result.radioDriver != "simulated") {
-    Refuse("radio-driver", result.radioDriver, "this daemon has the driver \"simulated\" only");
-  }
+  result.radioDriver = ReadRadioDriver(values);
+  const bool isSimulated = result.radioDriver == Options::RadioDriver::Simulated;
   result.model = ReadEnum<Wifi::Util::SupportedModel>(values, "model");
   if (result.model == Wifi::Util::SupportedModel::Error) {
     Refuse("model", "Error", "it is not a model");
@@ -141,10 +172,12 @@ std::optional<Options> ParseOptions(int argc, const char* const* argv) {
     Refuse("country", "MaxCountryCode", "it is not a country");
   }
   result.bus = ReadBus(values);
-  result.stateDirectory = ReadStateDirectory(values);
-  if (values.count("scenario") != 0) {
-    result.scenario = values["scenario"].as<std::string>();
-  }
+  result.stateDirectory = ReadDirectory(values, "state-dir", "STATE_DIRECTORY");
+  result.scenario = ReadForDriver(values, "scenario", isSimulated);
+  result.radios = ReadForDriver(values, "radios", !isSimulated);
+  result.hostapd = values["hostapd"].as<std::string>();
+  result.supplicant = values["wpa-supplicant"].as<std::string>();
+  result.runtimeDirectory = ReadDirectory(values, "runtime-dir", "RUNTIME_DIRECTORY");
   result.bridge = values["bridge"].as<std::string>();
   result.accessGroup = values["access-group"].as<std::string>();
   result.logLevel = ReadEnum<Wifi::Util::LogLevel>(values, "log-level");

@@ -12,13 +12,18 @@ namespace TALO::Wifid {
 /// How the daemon is set up: the command line, then the configuration file, then these defaults.
 struct Options {
   enum class Bus { System, Session };
+  enum class RadioDriver { Simulated, Linux };
 
-  std::string radioDriver = "simulated";
+  RadioDriver radioDriver = RadioDriver::Simulated;
   Wifi::Util::SupportedModel model = Wifi::Util::SupportedModel::Alder100;
   Wifi::CountryCode country = Wifi::CountryCode::DE;
   Bus bus = Bus::System;
   std::string stateDirectory = "/var/lib/talowifi";
   std::string scenario;  ///< file of what the simulated radios hear; empty for silence
+  std::string radios;    ///< which phy carries which radio; empty for by band
+  std::string hostapd = "/usr/sbin/hostapd";
+  std::string supplicant = "/usr/sbin/wpa_supplicant";
+  std::string runtimeDirectory = "/run/talowifi";  ///< where those find their files
   std::string bridge = "br0";
   std::string accessGroup = "netdev";  ///< whose members may call, beside root and the daemon's own user
   Wifi::Util::LogLevel logLevel = Wifi::Util::LogLevel::Information;

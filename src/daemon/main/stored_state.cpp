@@ -2,6 +2,7 @@
 
 #include "daemon/model/country.h"
 #include "daemon/model/first_state.h"
+#include "daemon/model/mac_filter.h"
 #include "daemon/model/text.h"
 
 #include <stdexcept>
@@ -24,6 +25,10 @@ State LoadState(StateStore& store, const Capabilities& capabilities, CountryCode
   if (!CountryCapability(capabilities.model).codes.contains(found.state->country)) {
     throw std::runtime_error("the stored state is of a router in " + NameOrNumber(found.state->country) +
                              ", where the model " + NameOrNumber(capabilities.model) + " may not be used");
+  }
+  const auto limit = CheckRadiosLimitBroadcasts(capabilities, found.state->macFilterGlobal);
+  if (!limit.Succeeded()) {
+    log.Write(Severity::Warning, "the broadcast limit is switched off: " + limit.Why().sentence);
   }
   return AdaptToRadios(std::move(*found.state), capabilities);
 }

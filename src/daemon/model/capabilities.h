@@ -19,6 +19,7 @@ struct RadioCapability {
   int maximumBSSs = 0;             ///< networks it can carry at once, beside the backhaul
   std::vector<int> channels;       ///< that the hardware can use in any country, ascending
   int maximumChannelWidth = 20;    ///< MHz
+  bool limitsBroadcasts = true;    ///< can do what MACFilterGlobal asks for
 
   bool operator==(const RadioCapability&) const = default;
 };

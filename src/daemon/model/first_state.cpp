@@ -1,5 +1,7 @@
 #include "daemon/model/first_state.h"
 
+#include "daemon/model/mac_filter.h"
+
 #include <algorithm>
 
 namespace TALO::Wifid {
@@ -59,6 +61,10 @@ State AdaptToRadios(State state, const Capabilities& capabilities) {
     stations.push_back(known != state.stations.end() ? *known : DefaultStation(capability.radio));
   }
   state.stations = std::move(stations);
+
+  if (!CheckRadiosLimitBroadcasts(capabilities, state.macFilterGlobal).Succeeded()) {
+    state.macFilterGlobal.enablePreventBroadcast = false;
+  }
   return state;
 }
 

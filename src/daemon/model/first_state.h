@@ -9,7 +9,7 @@ namespace TALO::Wifid {
 State MakeFirstState(const Capabilities& capabilities, CountryCode country);
 
 /// `state` with a setting for each radio that is there and none for one that is not, as after a change of
-/// hardware.
+/// hardware. A broadcast limit that a radio cannot keep to is off then; its list stays.
 State AdaptToRadios(State state, const Capabilities& capabilities);
 
 }  // namespace TALO::Wifid

@@ -137,8 +137,26 @@ Result<Change<void>> AssignMACFilterProfile(const State& state, int networkId, i
   return change;
 }
 
-Result<Change<void>> SetMACFilterGlobal(const State& state, const Wifi::MACFilterGlobal& global) {
+Result<void> CheckRadiosLimitBroadcasts(const Capabilities& capabilities,
+                                        const Wifi::MACFilterGlobal& global) {
+  std::string unable;
+  for (const RadioCapability& radio : capabilities.radios) {
+    if (!radio.limitsBroadcasts) {
+      unable += (unable.empty() ? "" : ", ") + NameOrNumber(radio.radio);
+    }
+  }
+  if (!global.enablePreventBroadcast || unable.empty()) {
+    return {};
+  }
+  return Refusal{ErrorCode::NotSupported, "radios of this router cannot limit broadcasts: " + unable};
+}
+
+Result<Change<void>> SetMACFilterGlobal(const State& state, const Capabilities& capabilities,
+                                        const Wifi::MACFilterGlobal& global) {
   if (auto check = CheckMACFilterGlobal(global); !check.Succeeded()) {
+    return check.Why();
+  }
+  if (auto check = CheckRadiosLimitBroadcasts(capabilities, global); !check.Succeeded()) {
     return check.Why();
   }
   Change<void> change{state};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "client/mac_filter_records.h"
+#include "daemon/model/capabilities.h"
 #include "daemon/model/change.h"
 #include "daemon/model/plan.h"
 #include "daemon/model/result.h"
@@ -23,6 +24,10 @@ Result<void> CheckMACFilterProfile(const Wifi::MACFilterProfile& profile);
 /// more than 64 bytes; LimitReached for more than 1024 devices.
 Result<void> CheckMACFilterGlobal(const Wifi::MACFilterGlobal& global);
 
+/// NotSupported for a limit that is on where a radio cannot limit broadcasts; the sentence names the radios.
+Result<void> CheckRadiosLimitBroadcasts(const Capabilities& capabilities,
+                                        const Wifi::MACFilterGlobal& global);
+
 /// A profile with the next ID; the one in `profile` is ignored. With `applyToAll` every network uses it.
 /// LimitReached for a 65th profile.
 Result<Change<int>> CreateMACFilterProfile(const State& state, const Wifi::MACFilterProfile& profile,
@@ -38,8 +43,9 @@ Result<Change<void>> DeleteMACFilterProfiles(const State& state, const std::set<
 /// profile.
 Result<Change<void>> AssignMACFilterProfile(const State& state, int networkId, int profileId);
 
-/// Switched off with no device listed, it keeps the list it had.
-Result<Change<void>> SetMACFilterGlobal(const State& state, const Wifi::MACFilterGlobal& global);
+/// Switched off with no device listed, it keeps the list it had. NotSupported where a radio cannot do it.
+Result<Change<void>> SetMACFilterGlobal(const State& state, const Capabilities& capabilities,
+                                        const Wifi::MACFilterGlobal& global);
 
 /// What the profile of a network means for its BSSs; everybody is admitted where it has none.
 AccessPlan AccessOf(const State& state, const NetworkState& network);

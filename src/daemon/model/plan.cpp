@@ -46,6 +46,18 @@ std::optional<StationPlan> PlanStation(const State& state, const RadioCapability
 
 }  // namespace
 
+bool Admits(const AccessPlan& access, const Wifi::Util::MACAddress& device) {
+  switch (access.rule) {
+    case AccessPlan::Rule::Everybody:
+      return true;
+    case AccessPlan::Rule::OnlyListed:
+      return access.devices.contains(device);
+    case AccessPlan::Rule::AllButListed:
+      return !access.devices.contains(device);
+  }
+  return false;
+}
+
 std::vector<RadioPlan> MakePlan(const State& state, const Capabilities& capabilities,
                                 const std::set<NetworkOnRadio>& scheduledOff) {
   const RadioFrequency backhaulRadio = BackhaulRadio(state, capabilities);

@@ -20,6 +20,8 @@ struct AccessPlan {
   bool operator==(const AccessPlan&) const = default;
 };
 
+bool Admits(const AccessPlan& access, const Wifi::Util::MACAddress& device);
+
 /// One BSS as it is wanted in the air.
 struct BSSPlan {
   int networkId = 0;             ///< kBackhaulNetworkId for the backhaul's

@@ -63,6 +63,7 @@ class RadioDriver {
   ///   still cached;
   /// - its access: it drops those whom it does not admit any more;
   /// - its hidden or bridge: nobody notices;
+  ///   where the hardware's programs cannot do one of these three in place, the BSS goes down and up;
   /// - BSSs that are new or gone come up and go down beside the others.
   /// So no change of one BSS drops a station of another.
   ///

@@ -57,7 +57,14 @@ void Service::HandleMACFilters() {
                       respond);
   });
   general_.Handle<&WifiClient::GetMACFilterGlobal>(AnswerWithState(engine, &State::macFilterGlobal));
-  general_.Handle<&WifiClient::SetMACFilterGlobal>(MakeWith(engine, SetMACFilterGlobal));
+  general_.Handle<&WifiClient::SetMACFilterGlobal>(
+      [&engine](const Wifi::MACFilterGlobal& global, auto respond) {
+        engine.Make<void>(
+            [&engine, global](const State& state) {
+              return SetMACFilterGlobal(state, engine.GetCapabilities(), global);
+            },
+            respond);
+      });
 }
 
 void Service::HandleSchedulesAndPasswords() {

@@ -73,22 +73,22 @@ void SyncParent(const std::string& path) {
 StorageFailure::StorageFailure(const std::string& step, int error)
     : std::runtime_error(step + ": " + std::generic_category().message(error)), error_(error) {}
 
-StateDirectory::StateDirectory(const std::string& path) {
+StateDirectory::StateDirectory(const std::string& path, const std::string& kind) {
   if (mkdir(path.c_str(), S_IRWXU) == 0) {
     SyncParent(path);
   } else if (errno != EEXIST) {
-    ThrowErrno("the state directory " + path + " cannot be made");
+    ThrowErrno("the " + kind + " " + path + " cannot be made");
   }
   directory_ = Descriptor(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!directory_.IsOpen()) {
-    ThrowErrno("the state directory " + path + " cannot be opened");
+    ThrowErrno("the " + kind + " " + path + " cannot be opened");
   }
   lock_ = Descriptor(openat(directory_.Get(), kLockName, O_RDWR | O_CREAT | O_CLOEXEC, kOwnerOnly));
   if (!lock_.IsOpen()) {
-    ThrowErrno("the lock in the state directory " + path + " cannot be opened");
+    ThrowErrno("the lock in the " + kind + " " + path + " cannot be opened");
   }
   if (flock(lock_.Get(), LOCK_EX | LOCK_NB) != 0) {
-    ThrowErrno("the state directory " + path + " is used by another daemon");
+    ThrowErrno("the " + kind + " " + path + " is used by another daemon");
   }
 }
 

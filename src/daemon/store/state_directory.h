@@ -9,12 +9,13 @@
 
 namespace TALO::Wifid {
 
-/// The directory that the state is kept in, on a real disk.
+/// A directory on a real disk that is the daemon's, such as the one that the state is kept in.
 class StateDirectory final : public StorageCalls {
  public:
   /// Makes the directory (0700) where it is missing and takes it for this process alone, until destruction.
   /// Throws std::system_error when that fails, for instance because another daemon has it.
-  explicit StateDirectory(const std::string& path);
+  /// `kind` is what it is called then.
+  explicit StateDirectory(const std::string& path, const std::string& kind = "state directory");
 
   std::optional<std::string> Read(const std::string& name) override;
   std::unique_ptr<NewFile> Create(const std::string& name) override;

@@ -1,8 +1,8 @@
 #include "daemon/radio/simulated/simulated_driver.h"
 
 #include "daemon/model/text.h"
+#include "daemon/radio/plan_check.h"
 #include "daemon/radio/simulated/hardware.h"
-#include "daemon/radio/simulated/plan_check.h"
 #include "daemon/radio/simulated/security.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "daemon/radio/own_timers.h"
 #include "daemon/radio/radio_driver.h"
 #include "daemon/radio/simulated/air.h"
 #include "daemon/radio/simulated/devices.h"
 #include "daemon/radio/simulated/fault_list.h"
-#include "daemon/radio/simulated/own_timers.h"
 #include "daemon/radio/simulated/scanner.h"
 #include "daemon/radio/simulated/scenario.h"
 #include "daemon/radio/simulated/simulated_radio.h"

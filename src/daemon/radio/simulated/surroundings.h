@@ -1,7 +1,7 @@
 #pragma once
 
+#include "daemon/radio/own_timers.h"
 #include "daemon/radio/radio_events.h"
-#include "daemon/radio/simulated/own_timers.h"
 #include "daemon/radio/simulated/scenario.h"
 
 #include <functional>

@@ -68,12 +68,16 @@ class DaemonOptions : public testing::Test {
 
 TEST_F(DaemonOptions, HaveDefaults) {
   const Options options = ParseWithFile();
-  EXPECT_EQ(options.radioDriver, "simulated");
+  EXPECT_EQ(options.radioDriver, Options::RadioDriver::Simulated);
   EXPECT_EQ(options.model, SupportedModel::Alder100);
   EXPECT_EQ(options.country, CountryCode::DE);
   EXPECT_EQ(options.bus, Options::Bus::System);
   EXPECT_EQ(options.stateDirectory, "/var/lib/talowifi");
   EXPECT_EQ(options.scenario, "");
+  EXPECT_EQ(options.radios, "");
+  EXPECT_EQ(options.hostapd, "/usr/sbin/hostapd");
+  EXPECT_EQ(options.supplicant, "/usr/sbin/wpa_supplicant");
+  EXPECT_EQ(options.runtimeDirectory, "/run/talowifi");
   EXPECT_EQ(options.bridge, "br0");
   EXPECT_EQ(options.accessGroup, "netdev");
   EXPECT_EQ(options.logLevel, LogLevel::Information);
@@ -84,7 +88,7 @@ TEST_F(DaemonOptions, ComeFromTheCommandLine) {
       ParseWithFile({"--radio-driver", "simulated", "--model", "Dune40", "--country=US", "--bus", "session",
                      "--state-dir", "/tmp/state", "--scenario", "home.json", "--bridge=br-lan",
                      "--access-group", "wheel", "--log-level", "Debug"});
-  EXPECT_EQ(options.radioDriver, "simulated");
+  EXPECT_EQ(options.radioDriver, Options::RadioDriver::Simulated);
   EXPECT_EQ(options.model, SupportedModel::Dune40);
   EXPECT_EQ(options.country, CountryCode::US);
   EXPECT_EQ(options.bus, Options::Bus::Session);
@@ -109,7 +113,7 @@ TEST_F(DaemonOptions, ComeFromTheConfigurationFile) {
       "access-group = wifi users\n"
       "log-level = Error\n");
   const Options options = ParseWithFile();
-  EXPECT_EQ(options.radioDriver, "simulated");
+  EXPECT_EQ(options.radioDriver, Options::RadioDriver::Simulated);
   EXPECT_EQ(options.model, SupportedModel::Cedar300);
   EXPECT_EQ(options.country, CountryCode::FR);
   EXPECT_EQ(options.bus, Options::Bus::Session);
@@ -164,6 +168,24 @@ TEST_F(DaemonOptions, TakeTheStateDirectoryThatSystemdMade) {
   EXPECT_EQ(ParseWithFile().stateDirectory, "/file");
 }
 
+TEST_F(DaemonOptions, ChooseRealRadios) {
+  const Options options =
+      ParseWithFile({"--radio-driver", "linux", "--radios", "phy1=Band2_4GHz", "--hostapd", "/opt/hostapd",
+                     "--wpa-supplicant", "/opt/wpa_supplicant"});
+  EXPECT_EQ(options.radioDriver, Options::RadioDriver::Linux);
+  EXPECT_EQ(options.radios, "phy1=Band2_4GHz");
+  EXPECT_EQ(options.hostapd, "/opt/hostapd");
+  EXPECT_EQ(options.supplicant, "/opt/wpa_supplicant");
+  EXPECT_EQ(FailureOf(WithFile({"--radio-driver", "linux", "--scenario", "home.json"})),
+            "the option scenario cannot be \"home.json\": the radio driver \"linux\" has no use for it");
+}
+
+TEST_F(DaemonOptions, TakeTheServiceManagersRuntimeDirectoryUnlessTheyNameOne) {
+  const EnvironmentVariable made("RUNTIME_DIRECTORY", "/run/private/talowifi");
+  EXPECT_EQ(ParseWithFile().runtimeDirectory, "/run/private/talowifi");
+  EXPECT_EQ(ParseWithFile({"--runtime-dir", "/line"}).runtimeDirectory, "/line");
+}
+
 struct BadWord {
   const char* option;
   const char* word;
@@ -171,10 +193,12 @@ struct BadWord {
 };
 
 const std::vector<BadWord> kBadWords = {
-    {"radio-driver", "linux",
-     "the option radio-driver cannot be \"linux\": this daemon has the driver \"simulated\" only"},
+    {"radio-driver", "windows",
+     "the option radio-driver cannot be \"windows\": it is \"simulated\" or \"linux\""},
     {"radio-driver", "Simulated",
-     "the option radio-driver cannot be \"Simulated\": this daemon has the driver \"simulated\" only"},
+     "the option radio-driver cannot be \"Simulated\": it is \"simulated\" or \"linux\""},
+    {"radios", "phy0=Band5GHz",
+     "the option radios cannot be \"phy0=Band5GHz\": the radio driver \"simulated\" has no use for it"},
     {"model", "Dune", "the option model cannot be \"Dune\": there is no such name"},
     {"model", "dune40", "the option model cannot be \"dune40\": there is no such name"},
     {"model", "3", "the option model cannot be \"3\": there is no such name"},
@@ -247,7 +271,8 @@ TEST_F(DaemonOptions, PrintTheHelpAndDoNothingElse) {
       "                                        exist\n"
       "\n"
       "Options, on the command line or as key = value in the configuration file:\n"
-      "  --radio-driver DRIVER (=simulated)    which radios to run on\n"
+      "  --radio-driver simulated|linux (=simulated)\n"
+      "                                        which radios to run on\n"
       "  --model MODEL (=Alder100)             router model: Alder100, Birch200, \n"
       "                                        Cedar300 or Dune40\n"
       "  --country CODE (=DE)                  country code of a router that was never\n"
@@ -256,6 +281,12 @@ TEST_F(DaemonOptions, PrintTheHelpAndDoNothingElse) {
       "  --state-dir DIR (=/var/lib/talowifi)  where the state is kept\n"
       "  --scenario FILE                       what the simulated radios hear; silence\n"
       "                                        without one\n"
+      "  --radios MAP                          phys of the radios, as in phy0=Band5GHz\n"
+      "  --hostapd PROGRAM (=/usr/sbin/hostapd)\n"
+      "                                        program for access points\n"
+      "  --wpa-supplicant PROGRAM (=/usr/sbin/wpa_supplicant)\n"
+      "                                        program for stations\n"
+      "  --runtime-dir DIR (=/run/talowifi)    where those find their files\n"
       "  --bridge NAME (=br0)                  bridge of new networks\n"
       "  --access-group GROUP (=netdev)        whose members may use the wifi daemon\n"
       "  --log-level LEVEL (=Information)      Error, Warning, Information or Debug\n";

@@ -75,6 +75,17 @@ TEST(AdaptToRadios, SetsUpEveryRadioOfAStateWithNone) {
   EXPECT_EQ(AdaptToRadios(state, TriBandRadios()), MakeState(1, {}));
 }
 
+TEST(AdaptToRadios, SwitchesABroadcastLimitOffThatARadioCannotKeepTo) {
+  State state = MakeState(1, {});
+  state.macFilterGlobal = {{{"Phone", Wifi::Util::MACAddress("aa:bb:cc:dd:ee:01")}}, true, 100};
+  EXPECT_EQ(AdaptToRadios(state, TriBandRadios()), state);
+  Capabilities unable = TriBandRadios();
+  unable.radios[2].limitsBroadcasts = false;
+  State expected = state;
+  expected.macFilterGlobal.enablePreventBroadcast = false;
+  EXPECT_EQ(AdaptToRadios(state, unable), expected);
+}
+
 }  // namespace
 
 }  // namespace TALO::Wifid

@@ -245,7 +245,7 @@ TEST(SetMACFilterGlobal, IsKeptAsGiven) {
   for (const MACFilterGlobal& global : globals) {
     State expected = state;
     expected.macFilterGlobal = global;
-    EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, global)), expected);
+    EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, DualBandRouter(), global)), expected);
   }
 }
 
@@ -254,7 +254,7 @@ TEST(SetMACFilterGlobal, KeepsTheListWhenItIsSwitchedOff) {
   state.macFilterGlobal = {{{"Phone", kPhone}}, true, 100};
   State expected = state;
   expected.macFilterGlobal = {{{"Phone", kPhone}}, false, 7};
-  EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, {{}, false, 7})), expected);
+  EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, DualBandRouter(), {{}, false, 7})), expected);
 }
 
 TEST(SetMACFilterGlobal, ForgetsTheListWhenItIsSwitchedOnForEveryDevice) {
@@ -262,7 +262,7 @@ TEST(SetMACFilterGlobal, ForgetsTheListWhenItIsSwitchedOnForEveryDevice) {
   state.macFilterGlobal = {{{"Phone", kPhone}}, false, 100};
   State expected = state;
   expected.macFilterGlobal = {{}, true, 100};
-  EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, {{}, true, 100})), expected);
+  EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, DualBandRouter(), {{}, true, 100})), expected);
 }
 
 TEST(SetMACFilterGlobal, RefusesWhatIsOutsideTheLimits) {
@@ -279,8 +279,23 @@ TEST(SetMACFilterGlobal, RefusesWhatIsOutsideTheLimits) {
        {ErrorCode::LimitReached, "the broadcast limit lists 1025 devices, it can hold 1024"}},
   };
   for (const auto& [global, refusal] : cases) {
-    EXPECT_EQ(WhyNot(SetMACFilterGlobal(StateWithProfiles(), global)), refusal);
+    EXPECT_EQ(WhyNot(SetMACFilterGlobal(StateWithProfiles(), DualBandRouter(), global)), refusal);
   }
+}
+
+TEST(SetMACFilterGlobal, IsRefusedWhereARadioCannotLimitBroadcasts) {
+  const State state = StateWithProfiles();
+  Capabilities router = DualBandRouter();
+  router.radios[1].limitsBroadcasts = false;
+  EXPECT_EQ(WhyNot(SetMACFilterGlobal(state, router, {{}, true, 100})),
+            (Refusal{ErrorCode::NotSupported, "radios of this router cannot limit broadcasts: Band5GHz"}));
+  router.radios[0].limitsBroadcasts = false;
+  EXPECT_EQ(WhyNot(SetMACFilterGlobal(state, router, {{{"Phone", kPhone}}, true, 100})),
+            (Refusal{ErrorCode::NotSupported,
+                     "radios of this router cannot limit broadcasts: Band2_4GHz, Band5GHz"}));
+  State expected = state;
+  expected.macFilterGlobal = {{{"Phone", kPhone}}, false, 100};
+  EXPECT_EQ(StateAfter(SetMACFilterGlobal(state, router, {{{"Phone", kPhone}}, false, 100})), expected);
 }
 
 TEST(AccessOfANetwork, FollowsTheActionOfItsProfile) {

@@ -135,9 +135,9 @@ const std::vector<RequestKind>& RequestKinds() {
          return StateOf(AssignMACFilterProfile(state, networkId, ProfileId(state, random)));
        }},
       {"SetMACFilterGlobal",
-       [](const State& state, const Capabilities&, Random& random) {
-         return StateOf(
-             SetMACFilterGlobal(state, {FilterDevices(random), Flip(random), random.Below(20) - 5}));
+       [](const State& state, const Capabilities& capabilities, Random& random) {
+         return StateOf(SetMACFilterGlobal(state, capabilities,
+                                           {FilterDevices(random), Flip(random), random.Below(20) - 5}));
        }},
       {"RotatePassword",
        [](const State& state, const Capabilities& capabilities, Random& random) {

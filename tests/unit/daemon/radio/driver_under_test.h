@@ -11,7 +11,8 @@ namespace TALO::Wifid {
 
 /// A driver with the world around it, for the tests that every driver passes. It has two radios or more, all
 /// of them down, and the bridge "br0". One device is near: it knows the network "Network 4" with
-/// "correct-horse" and joins it by itself, on any radio.
+/// "correct-horse" and joins it by itself, on any radio. So is an access point "Miller", on the lowest
+/// channel of the first radio.
 class DriverUnderTest {
  public:
   virtual ~DriverUnderTest() = default;

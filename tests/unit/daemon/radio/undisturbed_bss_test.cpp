@@ -68,6 +68,8 @@ RadioPlan DriverConformanceTest::Populate(const RadioCapability& radio) {
   RadioPlan plan = PlanOf(radio, {1, 4});
   EXPECT_TRUE(Apply(plan).Succeeded());
   EXPECT_TRUE(world_->WaitUntil([&] { return StationsOf(radio).size() == 1; }));
+  // The event that it came may follow.
+  world_->Settle();
   return plan;
 }
 
@@ -117,9 +119,24 @@ TEST_P(DriverConformanceTest, WhatConcernsNoBSSKeepsEveryStation) {
   RadioPlan plan = Populate(FirstRadio());
   for (const auto& [member, change] : QuietChangesOfARadio()) {
     SCOPED_TRACE(member);
+    if (member == "broadcastLimit" && !FirstRadio().limitsBroadcasts) {
+      continue;
+    }
     change(plan);
     ExpectUndisturbed(FirstRadio(), plan);
   }
+}
+
+TEST_P(DriverConformanceTest, ABroadcastLimitIsRefusedWhereTheRadioCannotLimit) {
+  RadioPlan plan = Populate(FirstRadio());
+  const LiveStation before = StationsOf(FirstRadio()).at(0);
+  plan.broadcastLimit = {{}, true, 10};
+  const Result<void> result = Apply(plan);
+  ASSERT_EQ(FirstRadio().limitsBroadcasts, result.Succeeded());
+  if (!result.Succeeded()) {
+    EXPECT_EQ(ErrorCode::NotSupported, result.Why().code);
+  }
+  EXPECT_EQ(before.address, StationsOf(FirstRadio()).at(0).address);
 }
 
 TEST_P(DriverConformanceTest, AnotherRadioKeepsItsStations) {

@@ -1,4 +1,4 @@
-#include "daemon/radio/simulated/plan_check.h"
+#include "daemon/radio/plan_check.h"
 
 #include "daemon/model/country.h"
 #include "daemon/model/text.h"

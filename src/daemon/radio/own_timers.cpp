@@ -1,4 +1,4 @@
-#include "daemon/radio/simulated/own_timers.h"
+#include "daemon/radio/own_timers.h"
 
 #include <memory>
 #include <utility>

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "daemon/radio/linux/children.h"
+#include "daemon/system/event_watch.h"
+
+#include <memory>
+
+namespace TALO::Wifid {
+
+/// Children as processes of this machine. The thread that starts them must live as long as they.
+class ChildProcesses final : public Children {
+ public:
+  /// The loop must outlive the children.
+  explicit ChildProcesses(const Loop& loop) : loop_(loop) {}
+
+  Result<std::unique_ptr<Child>> Start(const Program& program, LineSink line, EndSink ended) override;
+
+ private:
+  const Loop& loop_;
+};
+
+}  // namespace TALO::Wifid

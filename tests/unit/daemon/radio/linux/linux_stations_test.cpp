@@ -1,0 +1,160 @@
+#include "support/events.h"
+#include "support/machine/linux_router.h"
+
+#include <gtest/gtest.h>
+
+// Who is connected to the BSSs, who is not any more, and why.
+
+namespace TALO::Wifid {
+
+namespace {
+
+using Events = std::vector<std::string>;
+using Rule = AccessPlan::Rule;
+using Wifi::Util::MACAddress;
+
+const MACAddress kFirst("0a:00:00:00:00:01");
+const MACAddress kSecond("0a:00:00:00:00:02");
+
+class LinuxStationsTest : public testing::Test, protected LinuxRouter {
+ protected:
+  Events EventsOf(const RadioPlan& plan) {
+    TakeEvents();
+    EXPECT_EQ("done", Describe(Apply(plan)));
+    Settle();
+    return TakeEvents();
+  }
+};
+
+TEST_F(LinuxStationsTest, AStationIsShownWithWhatTheKernelKnowsOfIt) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  Join(1, 1);
+  machine.kernel.neighbours[kFirst] = "192.168.1.20";
+  machine.Advance(3000);
+  LiveStation expected;
+  expected.address = kFirst;
+  expected.ipAddress = "192.168.1.20";
+  expected.signal = -50;
+  expected.transmitRate = 300;
+  expected.receiveRate = 240;
+  expected.connectedTime = 3;
+  ASSERT_EQ(1U, Live(0).bsss.at(0).stations.size());
+  EXPECT_TRUE(expected == Live(0).bsss.at(0).stations.at(0));
+}
+
+TEST_F(LinuxStationsTest, AStationThatLeavesIsSaidToHaveLeft) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  FakeDevice& device = Join(1, 1);
+  machine.hostapd.Leave(device);
+  Settle();
+  EXPECT_EQ((Events{"Band2_4GHz up", "0a:00:00:00:00:01 connected to wlan0_1 (1)",
+                    "0a:00:00:00:00:01 left wlan0_1 (1): left"}),
+            TakeEvents());
+  EXPECT_TRUE(Live(0).bsss.at(0).stations.empty());
+}
+
+TEST_F(LinuxStationsTest, AnotherPassphraseDropsThoseWithTheOldOne) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  FakeDevice& device = Join(1, 1);
+  RadioPlan plan = Plan(0, {1});
+  plan.bsss[0].passphrase = "battery-staple";
+  EXPECT_EQ((Events{"0a:00:00:00:00:01 left wlan0_1 (1): passphrase changed"}), EventsOf(plan));
+  device.knows["Network 1"] = "battery-staple";
+  machine.hostapd.Bring({kSecond, {{"Network 1", "passphrase-1"}}});
+  Settle();
+  EXPECT_EQ((Events{"0a:00:00:00:00:01 connected to wlan0_1 (1)"}), TakeEvents());
+  // A radio that is made anew is the same.
+  const std::string& file = machine.files.files.at("wlan0_1.conf");
+  EXPECT_NE(std::string::npos, file.find("wpa_passphrase=battery-staple\n"));
+}
+
+TEST_F(LinuxStationsTest, AKeyThatIsStillCachedLetsNobodyBackIn) {
+  RadioPlan plan = Plan(0, {1});
+  plan.bsss[0].securityMode = SecurityMode::PersonalWPA2_3Mixed;
+  ASSERT_TRUE(Apply(plan).Succeeded());
+  FakeDevice& device = Join(1, 1);
+  device.speaksWPA3 = true;
+  machine.hostapd.BSSOf("wlan0_1").Obey("DEAUTHENTICATE ff:ff:ff:ff:ff:ff");
+  machine.hostapd.Bring({kSecond, {}});
+  Settle();
+  ASSERT_EQ("wlan0_1", device.on);
+  plan.bsss[0].passphrase = "battery-staple";
+  EXPECT_EQ((Events{"0a:00:00:00:00:01 left wlan0_1 (1): passphrase changed"}), EventsOf(plan));
+  EXPECT_EQ("", device.on);
+}
+
+TEST_F(LinuxStationsTest, AccessDropsThoseWhomItDoesNotAdmitAndNobodyElse) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  Join(1, 1);
+  Join(2, 1);
+  const std::string firstLeft = "0a:00:00:00:00:01 left wlan0_1 (1): refused";
+  const std::string secondLeft = "0a:00:00:00:00:02 left wlan0_1 (1): refused";
+  const std::string firstCame = "0a:00:00:00:00:01 connected to wlan0_1 (1)";
+  const std::string secondCame = "0a:00:00:00:00:02 connected to wlan0_1 (1)";
+  const std::vector<std::pair<AccessPlan, Events>> steps = {
+      {{Rule::AllButListed, {kFirst}}, {firstLeft}},
+      {{Rule::OnlyListed, {kFirst}}, {secondLeft, firstCame}},
+      {{Rule::OnlyListed, {kFirst, kSecond}}, {secondCame}},
+      {{Rule::OnlyListed, {kSecond}}, {firstLeft}},
+      {{Rule::AllButListed, {kSecond}}, {secondLeft, firstCame}},
+      {{Rule::OnlyListed, {}}, {firstLeft}},
+      {{Rule::Everybody, {}}, {firstCame, secondCame}},
+  };
+  for (const auto& [access, events] : steps) {
+    RadioPlan plan = Plan(0, {1});
+    plan.bsss[0].access = access;
+    EXPECT_EQ(events, EventsOf(plan));
+  }
+}
+
+TEST_F(LinuxStationsTest, ABSSThatGoesDownDropsItsStationsForThatReason) {
+  ASSERT_TRUE(Apply(Plan(0, {1, 2})).Succeeded());
+  Join(1, 2);
+  EXPECT_EQ((Events{"0a:00:00:00:00:01 left wlan0_2 (2): BSS down"}), EventsOf(Plan(0, {1})));
+  EXPECT_EQ((Events{"0a:00:00:00:00:01 connected to wlan0_2 (2)"}), EventsOf(Plan(0, {1, 2})));
+  RadioPlan off = Plan(0, {1, 2});
+  off.enable = false;
+  EXPECT_EQ((Events{"0a:00:00:00:00:01 left wlan0_2 (2): BSS down", "Band2_4GHz down"}), EventsOf(off));
+}
+
+TEST_F(LinuxStationsTest, HiddenAndBridgeChangeWithoutAWord) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  Join(1, 1);
+  RadioPlan plan = Plan(0, {1});
+  plan.bsss[0].hidden = true;
+  plan.bsss[0].bridge = "br1";
+  EXPECT_EQ(Events(), EventsOf(plan));
+  EXPECT_TRUE(machine.hostapd.BSSOf("wlan0_1").IsHidden());
+  EXPECT_EQ("br1", machine.kernel.GetBridgeOf("wlan0_1"));
+}
+
+TEST_F(LinuxStationsTest, NodesOfTheMeshComeAndGoWithoutAWord) {
+  RadioPlan plan = Plan(0, {0});
+  plan.bsss[0].bridge.clear();
+  ASSERT_TRUE(Apply(plan).Succeeded());
+  EXPECT_EQ("br0", machine.kernel.GetBridgeOf("wlan0_0"));
+  TakeEvents();
+  FakeDevice& node = Join(1, 0);
+  EXPECT_EQ(1U, Live(0).bsss.at(0).stations.size());
+  machine.hostapd.Leave(node);
+  Settle();
+  EXPECT_EQ(Events(), TakeEvents());
+  EXPECT_TRUE(Live(0).bsss.at(0).stations.empty());
+}
+
+TEST_F(LinuxStationsTest, TheRadiosPowerFollowsThePlan) {
+  RadioPlan plan = Plan(0, {1});
+  ASSERT_TRUE(Apply(plan).Succeeded());
+  EXPECT_EQ(20, machine.kernel.powers.at(0));
+  plan.transmitPower = 50;
+  ASSERT_TRUE(Apply(plan).Succeeded());
+  EXPECT_EQ(17, machine.kernel.powers.at(0));
+  machine.kernel.refusals["SetTransmitPower"] = "Operation not supported";
+  plan.transmitPower = 25;
+  EXPECT_EQ("RadioFailed the radio cannot send with 14 dBm: phy0: Operation not supported",
+            Describe(Apply(plan)));
+}
+
+}  // namespace
+
+}  // namespace TALO::Wifid
