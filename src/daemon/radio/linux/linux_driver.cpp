@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -110,48 +111,30 @@ void LinuxDriver::CleanUp() {
   }
 }
 
+template <typename... Arguments>
+void LinuxDriver::ToRadios(void (LinuxRadio::*call)(Arguments...),
+                           std::type_identity_t<Arguments>... arguments) {
+  for (const auto& radio : radios_) {
+    (radio.get()->*call)(arguments...);
+  }
+}
+
 Program::Sinks LinuxDriver::HostapdSinks() {
-  return {.ready =
-              [this] {
-                for (const auto& radio : radios_) {
-                  radio->Restore();
-                }
-              },
-          .gone =
-              [this] {
-                for (const auto& radio : radios_) {
-                  radio->LoseHostapd();
-                }
-              },
+  return {.ready = [this] { ToRadios(&LinuxRadio::Restore); },
+          .gone = [this] { ToRadios(&LinuxRadio::LoseHostapd); },
           .message =
               [this](const ControlMessage& message) {
                 wps_.Take(message);
-                for (const auto& radio : radios_) {
-                  radio->TakeFromHostapd(message);
-                }
+                ToRadios(&LinuxRadio::TakeFromHostapd, message);
               },
           .hideSecrets = [this](const std::string& line) { return secrets_.Hide(line); }};
 }
 
 Program::Sinks LinuxDriver::SupplicantSinks() {
-  return {.ready =
-              [this] {
-                for (const auto& radio : radios_) {
-                  radio->Restore();
-                }
-              },
-          .gone =
-              [this] {
-                for (const auto& radio : radios_) {
-                  radio->LoseSupplicant();
-                }
-              },
+  return {.ready = [this] { ToRadios(&LinuxRadio::Restore); },
+          .gone = [this] { ToRadios(&LinuxRadio::LoseSupplicant); },
           .message =
-              [this](const ControlMessage& message) {
-                for (const auto& radio : radios_) {
-                  radio->TakeFromSupplicant(message);
-                }
-              },
+              [this](const ControlMessage& message) { ToRadios(&LinuxRadio::TakeFromSupplicant, message); },
           .hideSecrets = [this](const std::string& line) { return secrets_.Hide(line); }};
 }
 

@@ -12,6 +12,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace TALO::Wifid {
@@ -55,6 +56,8 @@ class LinuxDriver final : public RadioDriver {
   void TakeHardware(const LinuxSetup& setup);
   void CleanUp();
   void Tell(const RadioEvent& event);
+  template <typename... Arguments>
+  void ToRadios(void (LinuxRadio::*call)(Arguments...), std::type_identity_t<Arguments>... arguments);
   Program::Sinks HostapdSinks();
   Program::Sinks SupplicantSinks();
   void Later(std::function<void()> action) { timers_.After(Timers::Duration(0), std::move(action)); }
