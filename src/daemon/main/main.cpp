@@ -6,6 +6,7 @@
 #include "daemon/main/event_timers.h"
 #include "daemon/main/kernel_random.h"
 #include "daemon/main/local_calendar.h"
+#include "daemon/main/memory.h"
 #include "daemon/main/options.h"
 #include "daemon/main/secrecy.h"
 #include "daemon/main/service_manager.h"
@@ -79,6 +80,7 @@ void Serve(const Options& options) {
 
 int main(int argc, char** argv) {
   try {
+    TALO::Wifid::ReturnFreedMemory();
     TALO::Wifid::KeepMemorySecret();
     if (const auto options = TALO::Wifid::ParseOptions(argc, argv)) {
       TALO::Wifid::Serve(*options);
