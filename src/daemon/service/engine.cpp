@@ -7,7 +7,7 @@
 
 namespace TALO::Wifid {
 
-Engine::Engine(Doors doors, State state) : doors_(doors), state_(std::move(state)) {}
+Engine::Engine(const Doors& doors, State state) : doors_(doors), state_(std::move(state)) {}
 
 RadioQueue::Radios Engine::AllRadios() const {
   Radios radios;

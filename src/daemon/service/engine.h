@@ -43,7 +43,7 @@ class Engine {
     Log& log;
   };
 
-  Engine(Doors doors, State state);
+  Engine(const Doors& doors, State state);
 
   /// Brings the radios to the state; call once, before anything else. A radio that fails is logged and left
   /// for Restart().
