@@ -8,6 +8,7 @@
 #include <boost/program_options/value_semantic.hpp>
 #include <boost/program_options/variables_map.hpp>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
@@ -52,9 +53,9 @@ Options::Bus ReadBus(const po::variables_map& values) {
 
 /// What the command line says; a word that belongs to no option is refused.
 po::parsed_options ParseWords(int argc, const char* const* argv, const po::options_description& options) {
-  auto parsed = Tool::parseWords(Words(argv + 1, argv + argc), [&options](const Words& words) {
-    return po::command_line_parser(words).options(options).run();
-  });
+  auto parsed = Tool::parseWords(
+      Words(argv + std::min(argc, 1), argv + argc),
+      [&options](const Words& words) { return po::command_line_parser(words).options(options).run(); });
   for (const auto& option : parsed.options) {
     if (option.position_key >= 0) {
       throw std::invalid_argument("the word " + Quoted(option.value.front()) +
