@@ -277,6 +277,12 @@ TEST(ReadWiphys, KnowsWhatTheCountryAllowsOnAChannel) {
             (WiphyChannel{36, 5180, false, false, false, 20, 20}));
 }
 
+TEST(ReadWiphys, PassesOverWhatIsBelowEveryChannel) {
+  const auto bands = Read(Band(NL80211_BAND_2GHZ, Frequencies(Channel(0, {}) + Channel(2411, {}) +
+                                                              Channel(0x80000000U, {}) + Channel(2412, {}))));
+  EXPECT_EQ(bands.band2_4GHz->channels, (Channels{{1, 2412, false, false, false, 20, 20}}));
+}
+
 TEST(ReadWiphys, OrdersAndNumbersChannels) {
   const auto bands = Read(Band(NL80211_BAND_5GHZ, Frequencies(Channel(5825, {}) + Channel(4920, {}))));
   EXPECT_EQ(bands.band5GHz->channels,

@@ -187,7 +187,7 @@ std::vector<Wifi::ScanResult> ReadHeard(const std::string& reply, Wifi::Util::Ra
     result.signal = ReadNumber(entry["level"]).value_or(0);
     result.securityMode = SecurityOf(flags);
     result.wps = std::ranges::any_of(flags, [](std::string_view flag) { return flag.starts_with("WPS"); });
-    result.age = ReadNumber(entry["age"]).value_or(0);
+    result.age = std::max(ReadNumber(entry["age"]).value_or(0), 0);
     results.push_back(std::move(result));
   }
   return results;

@@ -63,6 +63,14 @@ TEST(ReadHeard, ReadsWhatWasRecorded) {
                      Heard("01", "Net Disabled", SecurityMode::Disabled, false)}));
 }
 
+TEST(ReadHeard, TakesNothingForHeardInTheFuture) {
+  std::string entry = Entry("[ESS]", "");
+  entry.replace(entry.find("age=7"), 5, "age=-7");
+  const Results results = ReadHeard(entry, RadioFrequency::Band5GHz);
+  ASSERT_EQ(results.size(), 1U);
+  EXPECT_EQ(results.front().age, 0);
+}
+
 TEST(ReadHeard, ReadsTheWidthsThatWereRecorded) {
   const Results narrow = ReadHeard(Recorded("heard-40MHz.txt"), RadioFrequency::Band5GHz);
   ASSERT_EQ(narrow.size(), 1U);
