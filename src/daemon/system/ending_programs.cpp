@@ -1,6 +1,7 @@
 #include "daemon/system/ending_programs.h"
 
-#include <poll.h>
+#include "daemon/system/readable.h"
+
 #include <sys/epoll.h>
 
 #include <algorithm>
@@ -12,22 +13,14 @@ namespace TALO::Wifid {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr auto kTimeToEnd = std::chrono::seconds(2);
-
-void WaitForEnd(const RunningProgram& running, Clock::time_point deadline) {
-  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-  pollfd end{running.End(), POLLIN, 0};
-  poll(&end, 1, static_cast<int>(std::max<std::int64_t>(left.count(), 0)));
-}
 
 }  // namespace
 
 EndingPrograms::~EndingPrograms() {
-  const auto deadline = Clock::now() + kTimeToEnd;
+  const auto deadline = std::chrono::steady_clock::now() + kTimeToEnd;
   for (const Ending& ending : endings_) {
-    WaitForEnd(*ending.running, deadline);
+    WaitUntilReadable(ending.running->End(), deadline);
   }
   Reap();
 }
