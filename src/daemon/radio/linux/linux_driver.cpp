@@ -127,6 +127,7 @@ Program::Sinks LinuxDriver::HostapdSinks() {
                 wps_.Take(message);
                 ToRadios(&LinuxRadio::TakeFromHostapd, message);
               },
+          .lookAgain = [this] { ToRadios(&LinuxRadio::LookForStations); },
           .hideSecrets = [this](const std::string& line) { return secrets_.Hide(line); }};
 }
 
@@ -135,6 +136,7 @@ Program::Sinks LinuxDriver::SupplicantSinks() {
           .gone = [this] { ToRadios(&LinuxRadio::LoseSupplicant); },
           .message =
               [this](const ControlMessage& message) { ToRadios(&LinuxRadio::TakeFromSupplicant, message); },
+          .lookAgain = [this] { ToRadios(&LinuxRadio::LookForUpstreams); },
           .hideSecrets = [this](const std::string& line) { return secrets_.Hide(line); }};
 }
 

@@ -75,6 +75,34 @@ TEST_F(LinuxUpstreamTest, AnAccessPointThatGoesIsLookedFor) {
   EXPECT_TRUE(Reaches(Phase::Connected));
 }
 
+TEST_F(LinuxUpstreamTest, WhatWpaSupplicantCouldNotTellIsFoundWithinHalfAMinute) {
+  machine.supplicant.air.clear();
+  ASSERT_EQ("done", Describe(Apply(PlanWithStation("uplink-password"))));
+  machine.supplicant.DetachAll();
+  machine.supplicant.air = {{"Uplink", kUplink, 2412, -60, "uplink-password"}};
+  machine.Advance(20'000);
+  EXPECT_EQ("scanning for Uplink", Describe(Live(0).station));
+  machine.Advance(11'000);
+  EXPECT_EQ(Phase::Connected, Live(0).station.phase);
+  EXPECT_EQ(kUplink, Live(0).station.bssid);
+  machine.supplicant.DetachAll();
+  machine.supplicant.TakeOffTheAir(kUplink);
+  machine.Advance(31'000);
+  EXPECT_NE(Phase::Connected, Live(0).station.phase);
+}
+
+TEST_F(LinuxUpstreamTest, AParentThatWasLostUnheardIsNotLookedForWhereItIsNotToBe) {
+  ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Default))));
+  ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+  ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Disable))));
+  machine.supplicant.DetachAll();
+  machine.supplicant.TakeOffTheAir(kUplink);
+  machine.supplicant.requests.clear();
+  machine.Advance(31'000);
+  EXPECT_EQ(Phase::Disabled, Live(0).backhaulStation.phase);
+  EXPECT_TRUE(WasAsked("IFNAME=wlan0bhs DISCONNECT"));
+}
+
 TEST_F(LinuxUpstreamTest, ReconnectDropsAndRejoins) {
   ASSERT_EQ("done", Reconnect());
   ASSERT_EQ("done", Describe(Apply(PlanWithStation("uplink-password"))));

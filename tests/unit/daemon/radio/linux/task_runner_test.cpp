@@ -30,6 +30,7 @@ class TaskRunnerTest : public testing::Test {
     return {.ready = [] {},
             .gone = [] {},
             .message = [](const ControlMessage&) {},
+            .lookAgain = [] {},
             .hideSecrets = [](const std::string& line) { return line; }};
   }
 
