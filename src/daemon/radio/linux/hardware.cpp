@@ -66,6 +66,8 @@ MACAddress BaseAddress(const std::vector<WirelessInterface>& interfaces, const W
   return found != interfaces.end() ? found->address : MACAddress("00:00:00:00:00:00");
 }
 
+std::string MadeInterface(const Wiphy& wiphy) { return "radio" + std::to_string(wiphy.index); }
+
 bool CanCarry(const Wiphy& wiphy, RadioFrequency radio) {
   const WiphyBand* band = BandOf(wiphy, radio);
   return band != nullptr && !ChannelsOf(*band, radio).empty();
@@ -118,7 +120,7 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   const WirelessInterface* own = FindInterface(interfaces, wiphy);
   RadioHardware hardware;
   hardware.capability.radio = radio;
-  hardware.capability.interface = own != nullptr ? own->name : "radio" + std::to_string(wiphy.index);
+  hardware.capability.interface = own != nullptr ? own->name : MadeInterface(wiphy);
   hardware.capability.address = LocalAddress(base, index, 0);
   hardware.capability.maximumBSSs =
       std::clamp(wiphy.maximumAccessPoints - kOtherAccessPoints, 1, kMaximumNetworks);
@@ -131,8 +133,10 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   hardware.maximumStations = wiphy.maximumStations;
   hardware.maximumChannels = wiphy.maximumChannels;
   hardware.fourAddress = wiphy.fourAddress;
-  hardware.makesInterface = own == nullptr;
-  hardware.ownAddress = LocalAddress(base, index, 1);
+  // One of a daemon before, which was killed, has the same address again.
+  const MACAddress made = LocalAddress(base, index, 1);
+  hardware.makesInterface = own == nullptr || (own->name == MadeInterface(wiphy) && own->address == made);
+  hardware.ownAddress = hardware.makesInterface ? made : own->address;
   hardware.stationAddress = LocalAddress(base, index, 2);
   hardware.backhaulStationAddress = LocalAddress(base, index, 3);
   hardware.listenerAddress = LocalAddress(base, index, 4);
