@@ -7,6 +7,7 @@
 #include <set>
 #include <span>
 #include <sstream>
+#include <string_view>
 
 namespace TALO::Wifid {
 
@@ -19,8 +20,9 @@ constexpr int kMaximumNetworks = 16;
 /// Access points that carry no network: the one that holds the radio, and the backhaul's.
 constexpr int kOtherAccessPoints = 2;
 constexpr int kFirstUpperChannel = 100;  ///< where the part of the upper 5 GHz radio begins
-/// The longest name of an interface is 15 characters; what is added behind a radio's own is up to four.
-constexpr std::size_t kLongestInterface = 11;
+/// The longest name of an interface is 15 characters, and of what is added behind a radio's own this is the
+/// longest, see kMostNodes.
+constexpr std::size_t kLongestInterface = 15 - std::string_view("_0.sta99").size();
 
 Refusal Failure(const std::string& sentence) { return {ErrorCode::RadioFailed, sentence}; }
 

@@ -1,5 +1,6 @@
 #include "daemon/radio/linux/hardware.h"
 
+#include "daemon/radio/linux/control/hostapd_files.h"
 #include "support/machine/fake_kernel.h"
 #include "support/routers.h"
 
@@ -159,6 +160,21 @@ TEST(Hardware, KnowsAnInterfaceThatADaemonBeforeMade) {
   const auto other = ValueOf(AssignHardware(model, wiphys, interfaces, {}));
   EXPECT_EQ("radio1", other.at(1).capability.interface);
   EXPECT_FALSE(other[1].makesInterface);
+}
+
+TEST(Hardware, HasNamesThatWhatIsAddedToThemFits) {
+  const auto assign = [](const std::string& name) {
+    const std::vector<WirelessInterface> interfaces = {MakeInterface(name, 0, "00:11:22:33:44:00")};
+    return ValueOf(AssignHardware(SupportedModel::Cedar300, {MakeWiphy(0), MakeWiphy(1)}, interfaces, {}))
+        .at(0)
+        .capability;
+  };
+  const RadioCapability longest = assign("wlp12s0");
+  EXPECT_EQ("wlp12s0", longest.interface);
+  EXPECT_EQ("radio0", assign("wlp12s0f").interface);
+  // The kernel's longest has 15 characters; the longest is that of a node's, which hostapd makes.
+  EXPECT_EQ(15U, (BSSInterface(longest, kBackhaulSlot) + ".sta" + std::to_string(kMostNodes)).size());
+  EXPECT_GE(15U, BSSInterface(longest, longest.maximumBSSs).size());
 }
 
 TEST(Hardware, CarriesAsManyNetworksAsAccessPointsAreLeft) {

@@ -266,7 +266,7 @@ TEST(Reconcile, TheBackhaulIsOnTheBridgeOfItsOwn) {
   const auto tasks = FindTasks(Setting(), plan, ApplyMode::WhatDiffers, After(PlanOf({})), On(6));
   ASSERT_EQ(1U, tasks.size());
   const auto& file = std::get<WriteFile>(tasks[0].actions.at(2));
-  EXPECT_NE(std::string::npos, file.text.find("\nbridge=br-lan\nwds_sta=1\n")) << file.text;
+  EXPECT_NE(std::string::npos, file.text.find("\nbridge=br-lan\nwds_sta=1\nmax_num_sta=99\n")) << file.text;
 }
 
 }  // namespace
