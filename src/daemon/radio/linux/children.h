@@ -32,8 +32,8 @@ class Children {
   virtual ~Children() = default;
 
   /// Starts a program that dies with the daemon. The sinks are called on the event loop, never from inside
-  /// the call; not any more once the child is destroyed. Fails with RadioFailed and the reason, also while one
-  /// that was started just so and killed is not gone yet.
+  /// the call; not any more once the child is destroyed. Fails with RadioFailed and the reason, also while
+  /// one that was started just so and killed is not gone yet.
   virtual Result<std::unique_ptr<Child>> Start(const Program& program, LineSink line, EndSink ended) = 0;
 };
 

@@ -74,7 +74,7 @@ void LinuxRadio::LookForUpstreams() {
 }
 
 void LinuxRadio::LookFor(const UpstreamWatch& upstream) {
-  const std::string interface = upstream.GetInterface();
+  const std::string& interface = upstream.GetInterface();
   if (interface.empty()) {
     return;
   }
