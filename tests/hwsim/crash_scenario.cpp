@@ -2,6 +2,7 @@
 
 #include "hwsim/support/client.h"
 #include "hwsim/support/foreign_ap.h"
+#include "hwsim/support/programs.h"
 #include "hwsim/support/scenario.h"
 #include "hwsim/support/waiting.h"
 
@@ -85,6 +86,24 @@ TEST_F(Crashes, TheUpstreamConnectionOfAKilledSupplicantComesBackAndNoClientNoti
   ExpectStationInTheEnd("Band2_4GHz", "connected");
   EXPECT_EQ(phone_.ConnectedSince(), phoneSince);
   EXPECT_EQ(laptop_.ConnectedSince(), laptopSince);
+  ExpectAllBack();
+}
+
+TEST_F(Crashes, AHostapdThatHangsFailsWhatItIsAskedAndAllComesBack) {
+  const pid_t stopped = FindChild(Daemon().GetId(), "hostapd");
+  ASSERT_GT(stopped, 0);
+  ASSERT_EQ(kill(stopped, SIGSTOP), 0);
+  const auto refused = RunTool({"createNetwork", "--ssid", "Third", "--password", "correct-horse"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_NE(refused.output.find("hostapd has not answered within 10 seconds: Radio failed"),
+            std::string::npos)
+      << refused.output;
+  ExpectAllBack();
+}
+
+TEST_F(Crashes, ARadioWhoseInterfaceWasDeletedComesBack) {
+  OutputOf({"iw", "dev", "wlan0", "del"});
+  WaitUntil("the interface is made again", [] { return Succeeds({"iw", "dev", "wlan0", "info"}); });
   ExpectAllBack();
 }
 

@@ -38,6 +38,7 @@ const std::set<std::string>& KnownKeys() {
                                                "ignore_broadcast_ssid",
                                                "start_disabled",
                                                "wds_sta",
+                                               "max_num_sta",
                                                "wpa",
                                                "wpa_key_mgmt",
                                                "wpa_pairwise",

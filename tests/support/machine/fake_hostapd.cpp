@@ -213,7 +213,7 @@ std::string FakeHostapd::Remove(const std::string& interface) {
       Clear(name);
       TellOf(name, "AP-DISABLED ");
       TellOf(name, "CTRL-EVENT-TERMINATING ");
-      if (last == entries.begin()) {
+      if (last == entries.begin() && kernel_.HasInterface(name)) {
         kernel_.SetType(name, InterfaceType::Station);
         kernel_.SetChannel(name, 0, 0);
       } else {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <sstream>
+#include <utility>
 
 namespace TALO::Wifid {
 
@@ -119,8 +120,14 @@ std::string FakeSupplicant::ObeyOn(const std::string& name, Interface& interface
     if (interface.scanning) {
       return "FAIL-BUSY\n";
     }
+    if (!command.ends_with(" use_id=1")) {
+      Listen(name);
+      return kOk;
+    }
+    const std::string id = std::to_string(++lastScan_);
+    interface.scanId = "id=" + id;
     Listen(name);
-    return kOk;
+    return id + "\n";
   }
   if (command.starts_with(kList)) {
     return List(command.substr(kList.size()));
@@ -163,13 +170,20 @@ void FakeSupplicant::Listen(const std::string& name) {
   if (scansForEver) {
     return;
   }
-  After(kTimeToScan, [this, name] {
-    const auto interface = interfaces_.find(name);
-    if (interface != interfaces_.end()) {
-      interface->second.scanning = false;
-      TellOf(name, cannotScan ? "CTRL-EVENT-SCAN-FAILED ret=-95" : "CTRL-EVENT-SCAN-RESULTS ");
-    }
-  });
+  if (scansAtOnce) {
+    EndListening(name);
+  } else {
+    After(kTimeToScan, [this, name] { EndListening(name); });
+  }
+}
+
+void FakeSupplicant::EndListening(const std::string& name) {
+  const auto interface = interfaces_.find(name);
+  if (interface != interfaces_.end()) {
+    interface->second.scanning = false;
+    const std::string id = std::exchange(interface->second.scanId, {});
+    TellOf(name, cannotScan ? "CTRL-EVENT-SCAN-FAILED ret=-95" : "CTRL-EVENT-SCAN-RESULTS " + id);
+  }
 }
 
 void FakeSupplicant::Look(const std::string& name) {

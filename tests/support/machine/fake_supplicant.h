@@ -37,6 +37,8 @@ class FakeSupplicant final : public FakeProgram {
   std::vector<FakeAccessPoint> air;
   /// A scan of the interface's own ends with the error -95.
   bool cannotScan = false;
+  /// A scan ends before it is said to have begun.
+  bool scansAtOnce = false;
   /// A scan never ends.
   bool scansForEver = false;
   /// So many entries does one answer hold.
@@ -47,6 +49,7 @@ class FakeSupplicant final : public FakeProgram {
     std::map<std::string, std::string> network;  ///< empty for one that only listens
     bool looks = false;
     bool scanning = false;
+    std::string scanId;         ///< of one that was asked for, as in " id=1"
     Wifi::Util::MACAddress on;  ///< the access point that it is connected to
     int failures = 0;
     int attempt = 0;  ///< what waits for an earlier one is over
@@ -58,6 +61,7 @@ class FakeSupplicant final : public FakeProgram {
   std::string ObeyOn(const std::string& name, Interface& interface, const std::string& command);
   std::string List(const std::string& range) const;
   void Listen(const std::string& name);
+  void EndListening(const std::string& name);
   void Look(const std::string& name);
   void Join(const std::string& name);
   void Leave(const std::string& name, Interface& interface);
@@ -65,6 +69,7 @@ class FakeSupplicant final : public FakeProgram {
   FakeKernel& kernel_;
   const FakeFiles& files_;
   std::map<std::string, Interface> interfaces_;
+  int lastScan_ = 0;  ///< of those that were asked for
 };
 
 }  // namespace TALO::Wifid

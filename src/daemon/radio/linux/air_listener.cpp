@@ -23,6 +23,11 @@ int SecondsBetween(Timers::Duration from, Timers::Duration to) {
   return static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(to - from).count());
 }
 
+/// On a line of its own.
+bool IsNumber(const std::string& text) {
+  return !text.empty() && text != "\n" && text.find_first_not_of("0123456789\n") == std::string::npos;
+}
+
 }  // namespace
 
 AirListener::AirListener(RadioFrequency radio, Program& supplicant, Timers& timers)
@@ -51,8 +56,11 @@ void AirListener::Listen(const std::string& interface, const std::vector<int>& f
     command_ += (channels_.empty() ? "" : ",") + std::to_string(frequency);
     channels_.insert(ChannelAt(frequency));
   }
+  // So that it answers with a number, which the end is told with.
+  command_ += " use_id=1";
   heard_.clear();
   heardAt_.reset();
+  early_.clear();
   phase_ = Phase::Asking;
   deadline_ = timers_.After(kDeadline, [this] {
     End(Refusal{ErrorCode::RadioFailed,
@@ -70,22 +78,41 @@ void AirListener::Ask() {
       End(answer.Why());
     } else if (answer.Value().starts_with("FAIL-BUSY")) {
       again_ = timers_.After(kBetweenTries, [this] { Ask(); });
-    } else if (!answer.Value().starts_with("OK")) {
+    } else if (!IsNumber(answer.Value())) {
       End(Refusal{ErrorCode::RadioFailed, "the radio " + NameOrNumber(radio_) + " cannot listen"});
     } else {
-      phase_ = Phase::Listening;
+      Begin(answer.Value());
     }
   });
 }
 
+// Messages and answers come by different ways, so the end may be here already.
+void AirListener::Begin(const std::string& number) {
+  number_ = number.substr(0, number.find('\n'));
+  phase_ = Phase::Listening;
+  for (const ControlMessage& message : std::exchange(early_, {})) {
+    Take(message);
+  }
+}
+
 void AirListener::Take(const ControlMessage& message) {
-  // Before it has begun they are about somebody else's listening.
-  if (!done_ || message.interface != interface_ || phase_ != Phase::Listening) {
+  if (!done_ || message.interface != interface_) {
     return;
   }
-  if (message.name == "CTRL-EVENT-SCAN-RESULTS") {
-    phase_ = Phase::Collecting;
-    Collect(-1);
+  const auto number = message.fields.find("id");
+  const bool isNumbered = number != message.fields.end();
+  if (phase_ == Phase::Asking) {
+    // Results without a number are of somebody else's listening, which was over when this began.
+    if (isNumbered || message.name == "CTRL-EVENT-SCAN-FAILED") {
+      early_.push_back(message);
+    }
+  } else if (phase_ == Phase::Collecting) {
+    return;
+  } else if (message.name == "CTRL-EVENT-SCAN-RESULTS") {
+    if (!isNumbered || number->second == number_) {
+      phase_ = Phase::Collecting;
+      Collect(-1);
+    }
   } else if (message.name == "CTRL-EVENT-SCAN-FAILED") {
     const auto code = message.fields.find("ret");
     End(Refusal{ErrorCode::RadioFailed, "the radio " + NameOrNumber(radio_) + " cannot listen" +

@@ -33,6 +33,7 @@ class AirListener {
 
  private:
   void Ask();
+  void Begin(const std::string& number);
   void Collect(int after);
   void End(Result<std::vector<Wifi::ScanResult>> result);
 
@@ -48,6 +49,8 @@ class AirListener {
   std::set<Wifi::Util::MACAddress> own_;
   RadioDriver::ScanDone done_;  ///< while it is asked to listen
   Phase phase_ = Phase::Asking;
+  std::string number_;                 ///< by which wpa_supplicant tells of this time of listening
+  std::vector<ControlMessage> early_;  ///< that came before the number of which they may tell
   Timers::Id deadline_ = 0;
   Timers::Id again_ = 0;
   Timers::Duration startedAt_{};

@@ -7,6 +7,7 @@
 #include <set>
 #include <span>
 #include <sstream>
+#include <string_view>
 
 namespace TALO::Wifid {
 
@@ -19,8 +20,9 @@ constexpr int kMaximumNetworks = 16;
 /// Access points that carry no network: the one that holds the radio, and the backhaul's.
 constexpr int kOtherAccessPoints = 2;
 constexpr int kFirstUpperChannel = 100;  ///< where the part of the upper 5 GHz radio begins
-/// The longest name of an interface is 15 characters; what is added behind a radio's own is up to four.
-constexpr std::size_t kLongestInterface = 11;
+/// The longest name of an interface is 15 characters, and of what is added behind a radio's own this is the
+/// longest, see kMostNodes.
+constexpr std::size_t kLongestInterface = 15 - std::string_view("_0.sta99").size();
 
 Refusal Failure(const std::string& sentence) { return {ErrorCode::RadioFailed, sentence}; }
 
@@ -65,6 +67,8 @@ MACAddress BaseAddress(const std::vector<WirelessInterface>& interfaces, const W
   const auto found = std::ranges::find(interfaces, wiphy.index, &WirelessInterface::wiphy);
   return found != interfaces.end() ? found->address : MACAddress("00:00:00:00:00:00");
 }
+
+std::string MadeInterface(const Wiphy& wiphy) { return "radio" + std::to_string(wiphy.index); }
 
 bool CanCarry(const Wiphy& wiphy, RadioFrequency radio) {
   const WiphyBand* band = BandOf(wiphy, radio);
@@ -118,7 +122,7 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   const WirelessInterface* own = FindInterface(interfaces, wiphy);
   RadioHardware hardware;
   hardware.capability.radio = radio;
-  hardware.capability.interface = own != nullptr ? own->name : "radio" + std::to_string(wiphy.index);
+  hardware.capability.interface = own != nullptr ? own->name : MadeInterface(wiphy);
   hardware.capability.address = LocalAddress(base, index, 0);
   hardware.capability.maximumBSSs =
       std::clamp(wiphy.maximumAccessPoints - kOtherAccessPoints, 1, kMaximumNetworks);
@@ -131,8 +135,10 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   hardware.maximumStations = wiphy.maximumStations;
   hardware.maximumChannels = wiphy.maximumChannels;
   hardware.fourAddress = wiphy.fourAddress;
-  hardware.makesInterface = own == nullptr;
-  hardware.ownAddress = LocalAddress(base, index, 1);
+  // One of a daemon before, which was killed, has the same address again.
+  const MACAddress made = LocalAddress(base, index, 1);
+  hardware.makesInterface = own == nullptr || (own->name == MadeInterface(wiphy) && own->address == made);
+  hardware.ownAddress = hardware.makesInterface ? made : own->address;
   hardware.stationAddress = LocalAddress(base, index, 2);
   hardware.backhaulStationAddress = LocalAddress(base, index, 3);
   hardware.listenerAddress = LocalAddress(base, index, 4);

@@ -19,9 +19,9 @@ struct RadioHardware {
   int maximumStations = 0;  ///< at once, beside access points
   int maximumChannels = 1;  ///< at once, where a station is beside access points
   bool fourAddress = false;
-  bool makesInterface = false;  ///< the radio's own interface is not there yet
+  bool makesInterface = false;        ///< the radio's own interface is the driver's, and not the machine's
+  Wifi::Util::MACAddress ownAddress;  ///< of the radio's own interface
   // Of the interfaces that the driver makes beside the BSSs'.
-  Wifi::Util::MACAddress ownAddress;
   Wifi::Util::MACAddress stationAddress;
   Wifi::Util::MACAddress backhaulStationAddress;
   Wifi::Util::MACAddress listenerAddress;

@@ -175,6 +175,10 @@ void LinuxRadio::Reach(const Outcome& outcome) {
       },
       outcome);
   present_.Reach(outcome);
+  // Who joined before hostapd's answer was read was told of before there was a BSS.
+  if (const auto* up = std::get_if<BSSIsUp>(&outcome)) {
+    LookForStationsOf(up->bss);
+  }
 }
 
 void LinuxRadio::TakeDown(const BSSPlan& bss, const std::string& reason) {

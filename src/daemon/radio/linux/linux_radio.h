@@ -52,6 +52,9 @@ class LinuxRadio {
   /// What is not about this radio is passed over.
   void TakeFromHostapd(const ControlMessage& message);
   void TakeFromSupplicant(const ControlMessage& message);
+  /// Learns from the kernel what the program told and nobody heard.
+  void LookForStations();
+  void LookForUpstreams();
   /// All that the program had of this radio is lost.
   void LoseHostapd();
   void LoseSupplicant();
@@ -81,6 +84,8 @@ class LinuxRadio {
   bool IsTakenDownOrUp(const std::string& interface) const;
   std::string ReasonToLeave(const BSSPlan& bss, const Wifi::Util::MACAddress& station) const;
   void StopLooking(const BackhaulStationPlan& plan);
+  void LookForStationsOf(const BSSPlan& bss);
+  void LookFor(const UpstreamWatch& upstream);
   void ScanNow(const RadioDriver::ScanDone& done);
   void Listen(const std::string& interface, const RadioDriver::ScanDone& done);
   std::vector<int> FrequenciesToListenTo(const WiphyBand& band) const;

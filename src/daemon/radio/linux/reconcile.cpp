@@ -33,7 +33,9 @@ class AccessPointTasks {
   }
 
   void BringUpRadio() {
-    Add({WriteFile{FileOf(Interface()), HolderFile(setup_, Interface())},
+    const RadioHardware& hardware = setting_.hardware;
+    Add({KeepInterface{{hardware.wiphy, Interface(), InterfaceType::Station, hardware.ownAddress, false}},
+         WriteFile{FileOf(Interface()), HolderFile(setup_, Interface())},
          AskHostapd{AddBSS(setting_.hardware.phy, PathOf(FileOf(Interface())))}, AwaitRadio{Interface()}},
         RadioIsUp{setup_.channel});
   }

@@ -23,6 +23,7 @@ class UpstreamWatch {
   void Take(const ControlMessage& message);
 
   bool IsConnected() const { return phase_ == Phase::Connected; }
+  bool IsConnectedTo(const Wifi::Util::MACAddress& bssid) const { return IsConnected() && bssid_ == bssid; }
   const std::string& GetInterface() const { return interface_; }
   LiveUpstream GetLive() const;
 

@@ -184,7 +184,7 @@ std::string BSSFile(const HostapdSetup& setup, const BSSPlan& bss, const std::st
     text.Set("bridge", bridge);
   }
   if (bss.networkId == kBackhaulNetworkId) {
-    text.Set("wds_sta", 1);
+    text.Set("wds_sta", 1).Set("max_num_sta", kMostNodes);
   }
   SetSecurity(text, bss);
   SetAccess(text, bss.access, access);

@@ -27,6 +27,10 @@ struct AccessPaths {
   std::string deny;
 };
 
+/// Stations that a backhaul BSS takes at once. hostapd makes an interface for each, as in "wlan0_0.sta99",
+/// with the lowest number that is free.
+inline constexpr int kMostNodes = 99;
+
 /// One BSS. `bridge` is where its stations' traffic goes, empty for none; a backhaul BSS is in 4-address
 /// mode. Modes that need an authentication server and modes that hostapd does not know are not for here, see
 /// CanCarry().

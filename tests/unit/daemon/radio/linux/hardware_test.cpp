@@ -1,5 +1,6 @@
 #include "daemon/radio/linux/hardware.h"
 
+#include "daemon/radio/linux/control/hostapd_files.h"
 #include "support/machine/fake_kernel.h"
 #include "support/routers.h"
 
@@ -145,6 +146,37 @@ TEST(Hardware, SaysWhatARadioCanDo) {
   EXPECT_FALSE(hardware[0].capability.limitsBroadcasts);
 }
 
+TEST(Hardware, KnowsAnInterfaceThatADaemonBeforeMade) {
+  const std::vector<Wiphy> wiphys = {MakeWiphy(0), MakeWiphy(1)};
+  const SupportedModel model = SupportedModel::Cedar300;
+  const auto first =
+      ValueOf(AssignHardware(model, wiphys, {MakeInterface("wlan0", 0, "00:11:22:33:44:00")}, {}));
+  EXPECT_EQ("radio1", first.at(1).capability.interface);
+  std::vector<WirelessInterface> interfaces = {MakeInterface("wlan0", 0, "00:11:22:33:44:00"),
+                                               MakeInterface("radio1", 1, first[1].ownAddress.ToString())};
+  EXPECT_EQ(first, ValueOf(AssignHardware(model, wiphys, interfaces, {})));
+  // The machine's own may have that name, too.
+  interfaces[1].address = MACAddress("00:11:22:33:44:01");
+  const auto other = ValueOf(AssignHardware(model, wiphys, interfaces, {}));
+  EXPECT_EQ("radio1", other.at(1).capability.interface);
+  EXPECT_FALSE(other[1].makesInterface);
+}
+
+TEST(Hardware, HasNamesThatWhatIsAddedToThemFits) {
+  const auto assign = [](const std::string& name) {
+    const std::vector<WirelessInterface> interfaces = {MakeInterface(name, 0, "00:11:22:33:44:00")};
+    return ValueOf(AssignHardware(SupportedModel::Cedar300, {MakeWiphy(0), MakeWiphy(1)}, interfaces, {}))
+        .at(0)
+        .capability;
+  };
+  const RadioCapability longest = assign("wlp12s0");
+  EXPECT_EQ("wlp12s0", longest.interface);
+  EXPECT_EQ("radio0", assign("wlp12s0f").interface);
+  // The kernel's longest has 15 characters; the longest is that of a node's, which hostapd makes.
+  EXPECT_EQ(15U, (BSSInterface(longest, kBackhaulSlot) + ".sta" + std::to_string(kMostNodes)).size());
+  EXPECT_GE(15U, BSSInterface(longest, longest.maximumBSSs).size());
+}
+
 TEST(Hardware, CarriesAsManyNetworksAsAccessPointsAreLeft) {
   for (const auto& [accessPoints, networks] :
        std::map<int, int>{{2, 1}, {3, 1}, {4, 2}, {18, 16}, {64, 16}}) {
@@ -175,12 +207,14 @@ TEST(Hardware, GivesEveryInterfaceAnAddressOfItsOwn) {
         ++count;
       }
       for (const MACAddress& address :
-           {each.ownAddress, each.stationAddress, each.backhaulStationAddress, each.listenerAddress}) {
+           {each.stationAddress, each.backhaulStationAddress, each.listenerAddress}) {
         addresses.insert(address);
         ++count;
       }
+      EXPECT_EQ(interfaces[static_cast<std::size_t>(each.wiphy)].address, each.ownAddress);
     }
     EXPECT_EQ(count, addresses.size()) << step;
+    // The radio's own has its maker's address, also when it is made again.
     for (const WirelessInterface& interface : interfaces) {
       EXPECT_FALSE(addresses.contains(interface.address));
     }

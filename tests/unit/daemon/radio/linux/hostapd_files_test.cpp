@@ -210,6 +210,7 @@ TEST(BSSFile, OfTheBackhaulCarriesOtherNodesAndHasNoWPS) {
   EXPECT_EQ(FileOf(bss, "br0"), kBeginning + kHome +
                                     "bridge=br0\n"
                                     "wds_sta=1\n"
+                                    "max_num_sta=99\n"
                                     "wpa=2\nwpa_key_mgmt=WPA-PSK\nrsn_pairwise=CCMP\n" +
                                     kPassphrase);
 }

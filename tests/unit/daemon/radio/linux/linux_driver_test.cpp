@@ -98,12 +98,39 @@ TEST_F(LinuxDriverTest, HardwareThatDoesNotCarryTheModelEndsItWithASentence) {
   other.kernel.EnforceCountry("DE");
 }
 
-TEST_F(LinuxDriverTest, ARadioWithoutAnInterfaceGetsOne) {
-  FakeMachine other;
-  ASSERT_TRUE(other.kernel.DeleteInterface("wlan1").Succeeded());
-  const LinuxDriver its(LinuxSetup{.model = SupportedModel::Dune40}, other.Doors());
-  EXPECT_EQ("radio1", its.GetCapabilities().radios.at(1).interface);
-  EXPECT_TRUE(other.kernel.HasInterface("radio1"));
+TEST_F(LinuxDriverTest, ARadioWithoutAnInterfaceGetsOneWhichGoesWithTheDriver) {
+  const auto start = [this] {
+    driver = std::make_unique<LinuxDriver>(LinuxSetup{.model = SupportedModel::Dune40}, machine.Doors());
+    EXPECT_EQ("radio1", driver->GetCapabilities().radios.at(1).interface);
+    EXPECT_EQ("done", Describe(Apply(Plan(1, {1}))));
+    EXPECT_EQ((Interfaces{"wlan0", "radio1", "radio1_1"}), KernelInterfaces());
+  };
+  driver.reset();
+  ASSERT_TRUE(machine.kernel.DeleteInterface("wlan1").Succeeded());
+  start();
+  const Wifi::Util::MACAddress address = machine.kernel.InterfaceOf("radio1").address;
+  driver.reset();
+  EXPECT_EQ((Interfaces{"wlan0"}), KernelInterfaces());
+  // Left by a daemon that was killed.
+  ASSERT_TRUE(
+      machine.kernel.AddInterface({1, "radio1", InterfaceType::AccessPoint, address, false}).Succeeded());
+  start();
+  driver.reset();
+  EXPECT_EQ((Interfaces{"wlan0"}), KernelInterfaces());
+}
+
+TEST_F(LinuxDriverTest, ARadiosOwnInterfaceThatWasDeletedIsMadeAgainAsItWas) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  const Wifi::Util::MACAddress address = machine.kernel.InterfaceOf("wlan0").address;
+  ASSERT_TRUE(machine.kernel.DeleteInterface("wlan0").Succeeded());
+  machine.hostapd.LoseInterface("wlan0");
+  machine.Advance(10);
+  EXPECT_FALSE(Live(0).up);
+  ASSERT_TRUE(WaitFor([this] { return Live(0).up && Live(0).bsss.size() == 1; }));
+  EXPECT_EQ(address, machine.kernel.InterfaceOf("wlan0").address);
+  // It is the machine's.
+  driver.reset();
+  EXPECT_EQ((Interfaces{"wlan1", "wlan0"}), KernelInterfaces());
 }
 
 TEST_F(LinuxDriverTest, ARefusalOfHostapdIsGivenWithItsReasonAndTheRestGoesOn) {

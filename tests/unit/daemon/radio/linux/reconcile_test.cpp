@@ -24,6 +24,7 @@ RadioSetting Setting() {
   setting.hardware.capability.interface = "wlan0";
   setting.hardware.wiphy = 3;
   setting.hardware.phy = "phy3";
+  setting.hardware.ownAddress = MACAddress("02:00:00:00:00:77");
   setting.hardware.stationAddress = MACAddress("0a:00:00:00:00:02");
   setting.hardware.backhaulStationAddress = MACAddress("0e:00:00:00:00:03");
   setting.filesDirectory = "/run/radios";
@@ -92,7 +93,8 @@ Lines Down(const std::string& bss, const std::string& mayFail = "") {
           "remove " + bss + ".deny", "= " + bss + " is down"};
 }
 Lines RadioUp(int channel) {
-  return {"write wlan0.conf", "hostapd: ADD bss_config=phy3:/run/radios/wlan0.conf", "await wlan0",
+  return {"keep wlan0 02:00:00:00:00:77", "write wlan0.conf",
+          "hostapd: ADD bss_config=phy3:/run/radios/wlan0.conf", "await wlan0",
           "= radio is up on " + std::to_string(channel)};
 }
 /// With the files of these BSSs.
@@ -264,7 +266,7 @@ TEST(Reconcile, TheBackhaulIsOnTheBridgeOfItsOwn) {
   const auto tasks = FindTasks(Setting(), plan, ApplyMode::WhatDiffers, After(PlanOf({})), On(6));
   ASSERT_EQ(1U, tasks.size());
   const auto& file = std::get<WriteFile>(tasks[0].actions.at(2));
-  EXPECT_NE(std::string::npos, file.text.find("\nbridge=br-lan\nwds_sta=1\n")) << file.text;
+  EXPECT_NE(std::string::npos, file.text.find("\nbridge=br-lan\nwds_sta=1\nmax_num_sta=99\n")) << file.text;
 }
 
 }  // namespace

@@ -30,6 +30,7 @@ class TaskRunnerTest : public testing::Test {
     return {.ready = [] {},
             .gone = [] {},
             .message = [](const ControlMessage&) {},
+            .lookAgain = [] {},
             .hideSecrets = [](const std::string& line) { return line; }};
   }
 
@@ -84,6 +85,17 @@ TEST_F(TaskRunnerTest, AnInterfaceThatIsLeftFromBeforeIsMadeAnew) {
   ASSERT_TRUE(machine_.kernel.AddInterface(NewInterface("wlan0sta", "0a:00:00:00:00:09")).Succeeded());
   EXPECT_EQ("done", Run({{{MakeInterface{NewInterface("wlan0sta", "0a:00:00:00:00:01")}}, StationIs{}}}));
   EXPECT_EQ(MACAddress("0a:00:00:00:00:01"), machine_.kernel.InterfaceOf("wlan0sta").address);
+}
+
+TEST_F(TaskRunnerTest, AnInterfaceIsKeptOrMadeAndNeverTakenFromAnotherRadio) {
+  const MACAddress address = machine_.kernel.InterfaceOf("wlan0").address;
+  EXPECT_EQ("done", Run({{{KeepInterface{NewInterface("wlan0", "0a:00:00:00:00:01")},
+                           KeepInterface{NewInterface("radio0", "0a:00:00:00:00:02")}},
+                          RadioIsDown{}}}));
+  EXPECT_EQ(address, machine_.kernel.InterfaceOf("wlan0").address);
+  EXPECT_EQ(MACAddress("0a:00:00:00:00:02"), machine_.kernel.InterfaceOf("radio0").address);
+  EXPECT_EQ("RadioFailed the radio cannot be taken down: the interface wlan1 belongs to another radio now",
+            Run({{{KeepInterface{NewInterface("wlan1", "0a:00:00:00:00:03")}}, RadioIsDown{}}}));
 }
 
 TEST_F(TaskRunnerTest, AFailureEndsItAndItsTaskIsInDoubt) {
