@@ -171,7 +171,8 @@ Result<RadioMap> ReadRadioMap(const std::string& text, SupportedModel model) {
       return refuse(Quoted(entry) + " names what was named before");
     }
   }
-  return map;
+  // The last entry ends at the comma, and no empty one follows.
+  return text.ends_with(',') ? Result<RadioMap>(refuse("nothing stands behind its last comma")) : map;
 }
 
 Result<std::vector<RadioHardware>> AssignHardware(SupportedModel model, const std::vector<Wiphy>& wiphys,
