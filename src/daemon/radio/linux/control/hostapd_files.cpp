@@ -70,7 +70,8 @@ void SetChannel(ConfigText& text, const ChannelSettings& channel) {
   }
   if (channel.veryHighThroughput) {
     text.Set("ieee80211ac", 1);
-    if (channel.width == 160) {
+    // hostapd refuses the radio where its hardware does not say so of 802.11ac.
+    if (channel.veryHighThroughput160) {
       text.Set("vht_capab", "[VHT160]");
     }
     SetWidth(text, "vht", channel);
