@@ -3,6 +3,7 @@
 #include "daemon/radio/linux/questions.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -39,14 +40,25 @@ void BSSStations::DropAll(const BSSPlan& bss, const std::string& reason) {
   Drop(bss, {AccessPlan::Rule::OnlyListed, {}}, reason);
 }
 
+// A station in 4-address mode is at an interface of its own behind that of the BSS.
+std::vector<LinkedStation> BSSStations::Ask(const std::string& interface) const {
+  std::vector<LinkedStation> stations = HearFromKernel(kernel_, &Kernel::GetStations, interface);
+  for (const WirelessInterface& each : HearFromKernel(kernel_, &Kernel::GetInterfaces)) {
+    if (each.type == InterfaceType::AccessPointVLAN && each.name.starts_with(interface + ".")) {
+      std::ranges::move(HearFromKernel(kernel_, &Kernel::GetStations, each.name),
+                        std::back_inserter(stations));
+    }
+  }
+  return stations;
+}
+
 const std::vector<LinkedStation>& BSSStations::Hear(const std::string& interface) const {
   constexpr auto kGoodFor = std::chrono::seconds(1);
   const auto heard = heard_.find(interface);
   if (heard != heard_.end() && timers_.Now() - heard->second.at < kGoodFor) {
     return heard->second.stations;
   }
-  return (heard_[interface] = {timers_.Now(), HearFromKernel(kernel_, &Kernel::GetStations, interface)})
-      .stations;
+  return (heard_[interface] = {timers_.Now(), Ask(interface)}).stations;
 }
 
 std::vector<LiveStation> BSSStations::GetLive(const std::string& interface) const {

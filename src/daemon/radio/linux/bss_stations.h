@@ -41,6 +41,7 @@ class BSSStations {
     Timers::Duration at{};
     std::vector<LinkedStation> stations;
   };
+  std::vector<LinkedStation> Ask(const std::string& interface) const;
   const std::vector<LinkedStation>& Hear(const std::string& interface) const;
 
   const Kernel& kernel_;
