@@ -143,16 +143,24 @@ std::string FakeSupplicant::ObeyOn(const std::string& name, Interface& interface
   return kFail;
 }
 
-// From an ID on, up to the longest list; whoever wants more asks on.
-std::string FakeSupplicant::List(const std::string& range) const {
-  const std::size_t first = range.starts_with("ALL") ? 0 : std::stoul(range);
+// From an ID on, up to the longest list or what no answer holds; whoever wants more asks on.
+std::string FakeSupplicant::List(const std::string& asked) const {
+  constexpr std::string_view kMask = "MASK=";
+  constexpr unsigned long kElements = 0x400;
+  const std::size_t first = asked.starts_with("ALL") ? 0 : std::stoul(asked);
+  const bool wantsElements =
+      (std::stoul(asked.substr(asked.find(kMask) + kMask.size()), nullptr, 16) & kElements) != 0;
   std::string list;
   for (std::size_t id = first; id < std::min(air.size(), first + longestList); ++id) {
     const FakeAccessPoint& each = air[id];
+    if (each.tellsTooMuch && wantsElements) {
+      break;
+    }
     list += "id=" + std::to_string(id) + "\nbssid=" + each.bssid.ToString() +
             "\nfreq=" + std::to_string(each.frequency) + "\nlevel=" + std::to_string(each.signal) +
-            "\nage=0\nie=\nflags=" + (each.passphrase.empty() ? "" : "[WPA2-PSK-CCMP]") +
-            "[ESS]\nssid=" + each.ssid + "\n====\n";
+            "\nage=0" + (wantsElements ? "\nie=" : "") +
+            "\nflags=" + (each.passphrase.empty() ? "" : "[WPA2-PSK-CCMP]") + "[ESS]\nssid=" + each.ssid +
+            "\n====\n";
   }
   return list.empty() ? list : list.substr(0, list.size() - 5) + "####\n";
 }

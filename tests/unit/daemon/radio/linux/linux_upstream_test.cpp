@@ -159,6 +159,23 @@ TEST_F(LinuxUpstreamTest, ListensByAnInterfaceOfItsOwnThatIsGoneAfterwards) {
   EXPECT_LT(asked, machine.supplicant.requests.size());
 }
 
+TEST_F(LinuxUpstreamTest, HearsAlsoWhatStandsBehindAnEntryThatNoAnswerHolds) {
+  machine.supplicant.air = {{"First", MACAddress("06:00:00:00:00:01"), 2412, -40, ""},
+                            {"Long", MACAddress("06:00:00:00:00:02"), 2412, -50, "secret-of-long", true},
+                            {"Longer", MACAddress("06:00:00:00:00:03"), 2412, -60, "", true},
+                            {"Last", MACAddress("06:00:00:00:00:04"), 2412, -70, ""},
+                            {"Longest", MACAddress("06:00:00:00:00:05"), 2412, -80, "", true}};
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  const auto heard = Scan(0);
+  ASSERT_TRUE(heard.Succeeded()) << heard.Why().sentence;
+  std::vector<std::string> names;
+  for (const Wifi::ScanResult& each : heard.Value()) {
+    names.push_back(each.ssid);
+  }
+  EXPECT_EQ((std::vector<std::string>{"First", "Long", "Longer", "Last", "Longest"}), names);
+  EXPECT_EQ(SecurityMode::PersonalWPA2, heard.Value().at(1).securityMode);
+}
+
 TEST_F(LinuxUpstreamTest, ListensByTheStationAndWaitsWhileThatListensItself) {
   ASSERT_EQ("done", Describe(Apply(PlanWithStation("uplink-password"))));
   const auto heard = Scan(0);
