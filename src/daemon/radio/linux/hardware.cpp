@@ -128,6 +128,7 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   hardware.capability.limitsBroadcasts = false;
   hardware.wiphy = wiphy.index;
   hardware.phy = wiphy.name;
+  hardware.maximumAccessPoints = wiphy.maximumAccessPoints;
   hardware.maximumStations = wiphy.maximumStations;
   hardware.maximumChannels = wiphy.maximumChannels;
   hardware.fourAddress = wiphy.fourAddress;

@@ -14,10 +14,11 @@ namespace TALO::Wifid {
 /// A radio of the model on the hardware that carries it.
 struct RadioHardware {
   RadioCapability capability;
-  int wiphy = 0;            ///< Wiphy::index
-  std::string phy;          ///< Wiphy::name
-  int maximumStations = 0;  ///< at once, beside access points
-  int maximumChannels = 1;  ///< at once, where a station is beside access points
+  int wiphy = 0;                ///< Wiphy::index
+  std::string phy;              ///< Wiphy::name
+  int maximumAccessPoints = 0;  ///< at once, the one that holds the radio included
+  int maximumStations = 0;      ///< at once, beside access points
+  int maximumChannels = 1;      ///< at once, where a station is beside access points
   bool fourAddress = false;
   bool makesInterface = false;  ///< the radio's own interface is not there yet
   // Of the interfaces that the driver makes beside the BSSs'.

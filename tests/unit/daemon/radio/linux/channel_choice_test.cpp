@@ -110,6 +110,7 @@ TEST(TransmitPower, IsAPercentageOfWhatTheCountryAllows) {
 
 TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
   RadioHardware able;
+  able.maximumAccessPoints = 3;
   able.maximumStations = 2;
   able.fourAddress = true;
   const auto bss = [](SecurityMode mode) {
@@ -117,6 +118,16 @@ TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
       plan.bsss.emplace_back();
       plan.bsss.back().interface = "wlan1_1";
       plan.bsss.back().securityMode = mode;
+    };
+  };
+  const auto accessPoints = [](int maximum, const std::vector<int>& networks) {
+    return [maximum, networks](RadioHardware& hardware, RadioPlan& plan) {
+      hardware.maximumAccessPoints = maximum;
+      for (const int network : networks) {
+        plan.bsss.emplace_back();
+        plan.bsss.back().networkId = network;
+        plan.bsss.back().securityMode = SecurityMode::PersonalWPA2;
+      }
     };
   };
   const auto station = [](SecurityMode mode, int maximum) {
@@ -145,6 +156,11 @@ TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
          plan.broadcastLimit = {{}, true, 10};
        },
        "cannot limit broadcasts"},
+      {accessPoints(3, {kBackhaulNetworkId, 1}), ""},
+      {accessPoints(2, {1}), ""},
+      {accessPoints(2, {kBackhaulNetworkId}), ""},
+      {accessPoints(2, {kBackhaulNetworkId, 1}),
+       "cannot bring up 2 access points: its hardware has 2 at once, one of which holds the radio"},
       {bss(SecurityMode::PersonalWPA3), ""},
       {bss(SecurityMode::Disabled), ""},
       {bss(SecurityMode::WEP), "cannot bring up wlan1_1 with the security mode WEP"},
