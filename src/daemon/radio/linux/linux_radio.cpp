@@ -219,6 +219,7 @@ void LinuxRadio::Follow(const StationIs& outcome) {
 }
 
 void LinuxRadio::Follow(const BackhaulStationIs& outcome) {
+  rejoins_ = false;
   const auto& before = present_.backhaulStation.plan;
   if (!outcome.station) {
     backhaulStation_.End();
@@ -299,8 +300,11 @@ void LinuxRadio::TakeFromSupplicant(const ControlMessage& message) {
   }
   if (message.interface == backhaulStation_.GetInterface()) {
     backhaulStation_.Take(message);
+    rejoins_ = rejoins_ && !backhaulStation_.IsConnected();
     const auto& plan = present_.backhaulStation.plan;
-    if (message.name == "CTRL-EVENT-DISCONNECTED" && plan && plan->scanType == ScanType::Disable) {
+    // What Reconnect() itself dropped is not lost; that it is dropped may be told before or after it looks.
+    if (message.name == "CTRL-EVENT-DISCONNECTED" && plan && plan->scanType == ScanType::Disable &&
+        !rejoins_) {
       StopLooking(*plan);
       backhaulStation_.Begin(plan->interface, plan->ssid, false);
     }
@@ -367,6 +371,7 @@ void LinuxRadio::Reconnect(RadioDriver::Done done) {
         plan && present_.backhaulStation.sound &&
         (plan->scanType != ScanType::Disable || backhaulStation_.IsConnected())) {
       rejoin(backhaulStation_, *plan);
+      rejoins_ = true;
     }
     runner_.Run({std::move(task)}, [leave, done](const Result<void>& result) {
       leave();

@@ -94,6 +94,7 @@ class LinuxRadio {
   BSSStations stations_;
   UpstreamWatch station_;
   UpstreamWatch backhaulStation_;
+  bool rejoins_ = false;  ///< the backhaul station was told to, and looks whatever its scan type
   AirListener listener_;
   TaskRunner runner_;
   OwnTimers timers_;

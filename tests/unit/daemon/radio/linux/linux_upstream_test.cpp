@@ -127,6 +127,25 @@ TEST_F(LinuxUpstreamTest, AStationThatMayNotLookRejoinsItsParentWhenItIsTold) {
   EXPECT_TRUE(BackhaulReaches(Phase::Connected));
 }
 
+// Messages and answers come on sockets of their own, so either may be the first.
+TEST_F(LinuxUpstreamTest, AStationThatRejoinsBecauseItIsToldHasNotLostItsParent) {
+  for (const int latency : {1, 50}) {
+    machine.sockets.messageLatency = Timers::Duration(latency);
+    ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Default))));
+    ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+    ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Disable))));
+    ASSERT_EQ("done", Reconnect());
+    machine.Advance(100);
+    EXPECT_EQ("scanning for Uplink", Describe(Live(0).backhaulStation));
+    ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+    // What it loses now is lost.
+    machine.supplicant.TakeOffTheAir(kUplink);
+    machine.supplicant.air = {{"Uplink", kUplink, 2412, -60, "uplink-password"}};
+    machine.Advance(60'000);
+    EXPECT_EQ("disabled Uplink", Describe(Live(0).backhaulStation));
+  }
+}
+
 TEST_F(LinuxUpstreamTest, ListensByAnInterfaceOfItsOwnThatIsGoneAfterwards) {
   for (int i = 2; i < 6; ++i) {
     machine.supplicant.air.push_back(
