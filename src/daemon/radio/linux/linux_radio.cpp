@@ -141,7 +141,13 @@ Result<std::vector<Task>> LinuxRadio::FindWay(const RadioPlan& plan, ApplyMode m
     if (!channel.Succeeded()) {
       return channel.Why();
     }
-    sending = {channel.Value(), PowerOf(plan.transmitPower, band.Value(), channel.Value().channel)};
+    sending.channel = channel.Value();
+    // Not all hardware can be told, and what it does by itself is all that the country allows.
+    constexpr int kAll = 100;
+    if (plan.transmitPower < kAll || present_.powerWasSet) {
+      sending.power = PowerOf(plan.transmitPower, band.Value(), channel.Value().channel);
+      sending.powerIsAsked = wanted_ && wanted_->transmitPower != plan.transmitPower;
+    }
   }
   try {
     return FindTasks(setting_, plan, mode, present_, sending);

@@ -73,7 +73,10 @@ class AccessPointTasks {
     }
   }
 
-  void Send(int power) { Add({SendWithPower{setting_.hardware.wiphy, power}}, PowerIs{power}); }
+  void Send(int power, bool isAsked) {
+    Add({SendWithPower{setting_.hardware.wiphy, power}}, PowerIs{power});
+    tasks_.back().isNeeded = isAsked;
+  }
 
   std::vector<Task> Take() { return std::move(tasks_); }
 
@@ -161,8 +164,8 @@ std::vector<Task> FindTasks(const RadioSetting& setting, const RadioPlan& plan, 
         tasks.TakeDown(each, ReasonToLeave(each.bss, wanted));
       }
     }
-    if (!staysUp || present.power != sending.power) {
-      tasks.Send(sending.power);
+    if (sending.power && (!staysUp || present.power != sending.power)) {
+      tasks.Send(*sending.power, sending.powerIsAsked);
     }
     for (const BSSPlan& bss : plan.bsss) {
       const auto now = stay.find(bss.interface);

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,7 +55,7 @@ RadioPlan PlanOf(const std::vector<int>& numbers) {
   return plan;
 }
 
-Sending On(int channel, int power = 20) {
+Sending On(int channel, std::optional<int> power = std::nullopt) {
   Sending sending;
   sending.channel.channel = channel;
   sending.power = power;
@@ -103,10 +104,9 @@ Lines RadioDown(const std::string& mayFail = "", const Lines& bsss = {}) {
   }
   return lines + Lines{"= radio is down"};
 }
-const Lines kPower = {"send on phy 3 with 20", "= power is 20"};
 
 TEST(Reconcile, FromNothingTheRadioComesFirst) {
-  EXPECT_EQ(RadioUp(6) + kPower + Up("wlan0_1") + Up("wlan0_2"), TasksFrom({}, PlanOf({1, 2})));
+  EXPECT_EQ(RadioUp(6) + Up("wlan0_1") + Up("wlan0_2"), TasksFrom({}, PlanOf({1, 2})));
 }
 
 TEST(Reconcile, WhatIsAsPlannedIsLeftAlone) {
@@ -217,12 +217,32 @@ TEST(Reconcile, APassphraseThatHostapdWouldNotForgetTakesTheBSSDown) {
 }
 
 TEST(Reconcile, AnotherChannelTakesTheWholeRadioDown) {
-  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(11) + kPower + Up("wlan0_1"),
+  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(11) + Up("wlan0_1"),
             TasksFrom(After(PlanOf({1})), PlanOf({1}), On(11)));
   Sending wider = On(6);
   wider.channel.width = 40;
-  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(6) + kPower + Up("wlan0_1"),
+  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(6) + Up("wlan0_1"),
             TasksFrom(After(PlanOf({1})), PlanOf({1}), wider));
+}
+
+TEST(Reconcile, APowerThatIsSetIsSetAnewWithTheRadio) {
+  const Lines power = {"send on phy 3 with 17", "= power is 17"};
+  EXPECT_EQ(RadioUp(6) + power + Up("wlan0_1"), TasksFrom({}, PlanOf({1}), On(6, 17)));
+  Present present = After(PlanOf({1}));
+  present.Reach(PowerIs{17});
+  EXPECT_EQ(Lines(), TasksFrom(present, PlanOf({1}), On(6, 17)));
+  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(11) + power + Up("wlan0_1"),
+            TasksFrom(present, PlanOf({1}), On(11, 17)));
+}
+
+TEST(Reconcile, OnlyAPowerThatIsAskedForMustBe) {
+  for (const bool isAsked : {true, false}) {
+    Sending sending = On(6, 17);
+    sending.powerIsAsked = isAsked;
+    const auto tasks = FindTasks(Setting(), PlanOf({1}), ApplyMode::WhatDiffers, After(PlanOf({1})), sending);
+    ASSERT_EQ(1U, tasks.size());
+    EXPECT_EQ(isAsked, tasks[0].isNeeded);
+  }
 }
 
 TEST(Reconcile, AnotherPowerTakesNothingDown) {
@@ -252,7 +272,7 @@ TEST(Reconcile, ABSSThatIsInBetweenIsMadeAnew) {
 TEST(Reconcile, ARadioThatIsInBetweenIsMadeAnew) {
   Present present;
   present.Doubt(RadioIsUp{});
-  EXPECT_EQ(RadioDown(" may fail") + RadioUp(6) + kPower + Up("wlan0_1"), TasksFrom(present, PlanOf({1})));
+  EXPECT_EQ(RadioDown(" may fail") + RadioUp(6) + Up("wlan0_1"), TasksFrom(present, PlanOf({1})));
   RadioPlan off = PlanOf({});
   off.enable = false;
   EXPECT_EQ(RadioDown(" may fail"), TasksFrom(present, off, {}));
