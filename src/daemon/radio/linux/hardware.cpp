@@ -126,6 +126,7 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   hardware.capability.channels = ChannelsOf(band, radio);
   hardware.capability.maximumChannelWidth = band.maximumWidth;
   hardware.capability.limitsBroadcasts = false;
+  hardware.capability.findsRadars = false;
   hardware.wiphy = wiphy.index;
   hardware.phy = wiphy.name;
   hardware.maximumAccessPoints = wiphy.maximumAccessPoints;

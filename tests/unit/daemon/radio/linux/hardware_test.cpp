@@ -139,6 +139,7 @@ TEST(Hardware, SaysWhatARadioCanDo) {
   EXPECT_EQ(80, hardware[1].capability.maximumChannelWidth);
   EXPECT_EQ(6, hardware[0].capability.maximumBSSs);
   EXPECT_FALSE(hardware[0].capability.limitsBroadcasts);
+  EXPECT_FALSE(hardware[0].capability.findsRadars);
 }
 
 TEST(Hardware, CarriesAsManyNetworksAsAccessPointsAreLeft) {
