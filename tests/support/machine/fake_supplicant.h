@@ -61,6 +61,9 @@ class FakeSupplicant final : public FakeProgram {
   void Listen(const std::string& name);
   void Look(const std::string& name);
   void Join(const std::string& name);
+  void LookLater(const std::string& name);
+  /// The hardware is on one channel alone, which access points beside this station have.
+  bool IsInTheWay(const std::string& name, int frequency) const;
   void Leave(const std::string& name, Interface& interface);
 
   FakeKernel& kernel_;

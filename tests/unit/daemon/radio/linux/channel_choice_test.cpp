@@ -95,6 +95,15 @@ TEST(ChannelChoice, ChoosesTheFirstFreeChannelAndStaysThere) {
       WhyNot(ChooseChannel(plan, Radio(), BandWith([](WiphyChannel& each) { each.disabled = true; }), {})));
 }
 
+TEST(ChannelChoice, FollowsTheRadiosOwnStationWhereItCan) {
+  const WiphyBand band = BandWith([](WiphyChannel& each) { each.radar = each.number >= 52; });
+  const RadioPlan plan = PlanWith(kAutomaticChannel, 20);
+  EXPECT_EQ(44, ValueOf(ChooseChannel(plan, Radio(), band, On(48), 44)).channel);
+  EXPECT_EQ(48, ValueOf(ChooseChannel(plan, Radio(), band, On(48), 52)).channel);
+  EXPECT_EQ(36, ValueOf(ChooseChannel(plan, Radio(), band, {}, 52)).channel);
+  EXPECT_EQ(40, ValueOf(ChooseChannel(PlanWith(40, 20), Radio(), band, On(40), 44)).channel);
+}
+
 TEST(TransmitPower, IsAPercentageOfWhatTheCountryAllows) {
   const WiphyBand band =
       BandWith([](WiphyChannel& each) { each.maximumPower = each.number == 36 ? 23 : 30; });
