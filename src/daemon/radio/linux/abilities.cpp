@@ -16,9 +16,11 @@ Result<void> CheckAbilities(const RadioHardware& hardware, const RadioPlan& plan
   if (plan.broadcastLimit.enablePreventBroadcast) {
     return lacks("cannot limit broadcasts");
   }
-  if (std::ssize(plan.bsss) >= hardware.maximumAccessPoints) {
+  const int most = hardware.maximumAccessPoints - (hardware.HasHolder() ? 1 : 0);
+  if (std::ssize(plan.bsss) > most) {
     return lacks("cannot bring up " + std::to_string(plan.bsss.size()) + " access points: its hardware has " +
-                 std::to_string(hardware.maximumAccessPoints) + " at once, one of which holds the radio");
+                 std::to_string(hardware.maximumAccessPoints) + " at once" +
+                 (hardware.HasHolder() ? ", one of which holds the radio" : ""));
   }
   for (const BSSPlan& bss : plan.bsss) {
     if (!CanCarry(bss.securityMode)) {

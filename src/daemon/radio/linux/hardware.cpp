@@ -109,10 +109,8 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   if (!CanCarry(wiphy, radio)) {
     return Failure(name + " cannot be on " + wiphy.name + ", which does not have its channels");
   }
-  if (wiphy.maximumAccessPoints < 2) {
-    return Failure(name + " cannot be on " + wiphy.name + ", which carries " +
-                   (wiphy.maximumAccessPoints == 0 ? "no access points" : "only one access point at once") +
-                   ": two are needed, one of which holds the radio");
+  if (wiphy.maximumAccessPoints < 1) {
+    return Failure(name + " cannot be on " + wiphy.name + ", which carries no access points");
   }
   const MACAddress base = BaseAddress(interfaces, wiphy);
   const WirelessInterface* own = FindInterface(interfaces, wiphy);

@@ -22,9 +22,14 @@ class AccessPointTasks {
       : setting_(setting), setup_{channel, setting.controlDirectory} {}
 
   void TakeDownRadio(const Present& present) {
-    std::vector<Action> actions = {AskHostapd{RemoveBSS(Interface()), !present.sound},
-                                   RemoveFile{FileOf(Interface())}};
+    std::vector<Action> actions;
+    if (setting_.hardware.HasHolder()) {
+      actions = {AskHostapd{RemoveBSS(Interface()), !present.sound}, RemoveFile{FileOf(Interface())}};
+    }
     for (const auto& [interface, each] : present.bsss) {
+      if (!setting_.hardware.HasHolder()) {
+        RemoveAlone(interface, !present.sound || !each.sound, actions);
+      }
       for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
         actions.emplace_back(RemoveFile{file});
       }
@@ -33,6 +38,10 @@ class AccessPointTasks {
   }
 
   void BringUpRadio() {
+    if (!setting_.hardware.HasHolder()) {
+      Add({}, RadioIsUp{setup_.channel});
+      return;
+    }
     Add({WriteFile{FileOf(Interface()), HolderFile(setup_, Interface())},
          AskHostapd{AddBSS(setting_.hardware.phy, PathOf(FileOf(Interface())))}, AwaitRadio{Interface()}},
         RadioIsUp{setup_.channel});
@@ -40,14 +49,30 @@ class AccessPointTasks {
 
   void TakeDown(const PresentBSS& present, const std::string& reason) {
     const std::string& interface = present.bss.interface;
-    Add({AskHostapd{RemoveBSS(interface), !present.sound}, RemoveFile{FileOf(interface)},
-         RemoveFile{AcceptOf(interface)}, RemoveFile{DenyOf(interface)}},
-        BSSIsDown{interface, reason});
+    std::vector<Action> actions;
+    if (setting_.hardware.HasHolder()) {
+      actions.emplace_back(AskHostapd{RemoveBSS(interface), !present.sound});
+    } else {
+      RemoveAlone(interface, !present.sound, actions);
+    }
+    for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
+      actions.emplace_back(RemoveFile{file});
+    }
+    Add(std::move(actions), BSSIsDown{interface, reason});
   }
 
   void BringUp(const BSSPlan& bss) {
     std::vector<Action> actions = WriteFiles(bss);
-    actions.emplace_back(AskHostapd{AddBSS(setting_.hardware.phy, PathOf(FileOf(bss.interface)))});
+    const AskHostapd add{AddBSS(setting_.hardware.phy, PathOf(FileOf(bss.interface)))};
+    if (setting_.hardware.HasHolder()) {
+      actions.emplace_back(add);
+    } else {
+      // hostapd makes no interface for the first of a radio, and answers before it sends.
+      actions.emplace_back(MakeInterface{
+          {setting_.hardware.wiphy, bss.interface, InterfaceType::AccessPoint, bss.bssid, false}});
+      actions.emplace_back(add);
+      actions.emplace_back(AwaitRadio{bss.interface});
+    }
     Add(std::move(actions), BSSIsUp{bss});
   }
 
@@ -98,6 +123,12 @@ class AccessPointTasks {
             WriteFile{DenyOf(interface), DenyFile(bss.access)},
             WriteFile{FileOf(interface), BSSFile(setup_, bss, BridgeOf(bss),
                                                  {PathOf(AcceptOf(interface)), PathOf(DenyOf(interface))})}};
+  }
+
+  /// Of a radio without a holder: hostapd leaves the interface there.
+  static void RemoveAlone(const std::string& interface, bool mayFail, std::vector<Action>& actions) {
+    actions.emplace_back(AskHostapd{RemoveBSS(interface), mayFail});
+    actions.emplace_back(DropInterface{interface});
   }
 
   void ChangeBy(const BSSPlan& bss, const Commands& commands, Dropped dropped) {

@@ -165,6 +165,10 @@ TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
          plan.broadcastLimit = {{}, true, 10};
        },
        "cannot limit broadcasts"},
+      {accessPoints(1, {1}), ""},
+      {accessPoints(1, {kBackhaulNetworkId}), ""},
+      {accessPoints(1, {kBackhaulNetworkId, 1}),
+       "cannot bring up 2 access points: its hardware has 1 at once"},
       {accessPoints(3, {kBackhaulNetworkId, 1}), ""},
       {accessPoints(2, {1}), ""},
       {accessPoints(2, {kBackhaulNetworkId}), ""},

@@ -25,6 +25,7 @@ RadioSetting Setting() {
   setting.hardware.capability.interface = "wlan0";
   setting.hardware.wiphy = 3;
   setting.hardware.phy = "phy3";
+  setting.hardware.maximumAccessPoints = 8;
   setting.hardware.stationAddress = MACAddress("0a:00:00:00:00:02");
   setting.hardware.backhaulStationAddress = MACAddress("0e:00:00:00:00:03");
   setting.filesDirectory = "/run/radios";
@@ -260,6 +261,32 @@ TEST(Reconcile, ARadioThatIsOffGoesDownAndStaysSo) {
 TEST(Reconcile, EverythingTakesEveryBSSDownAndUpButNotTheRadio) {
   EXPECT_EQ(Down("wlan0_1") + Down("wlan0_2") + Up("wlan0_1") + Up("wlan0_2"),
             TasksFrom(After(PlanOf({1, 2})), PlanOf({1, 2}), On(6), ApplyMode::Everything));
+}
+
+/// On hardware with one access point at once, which holds the radio itself.
+Lines TasksAlone(const Present& present, const RadioPlan& plan, const Sending& sending = On(6)) {
+  RadioSetting setting = Setting();
+  setting.hardware.maximumAccessPoints = 1;
+  return Describe(FindTasks(setting, plan, ApplyMode::WhatDiffers, present, sending));
+}
+
+TEST(Reconcile, ASingleAccessPointHoldsTheRadioItself) {
+  const std::string add = "hostapd: ADD bss_config=phy3:/run/radios/wlan0_1.conf";
+  const Lines radio = {"= radio is up on 6"};
+  const Lines up =
+      Write("wlan0_1") + Lines{"make wlan0_1 02:00:00:00:00:01", add, "await wlan0_1", "= wlan0_1 is up"};
+  const Lines gone = {"drop wlan0_1", "remove wlan0_1.conf", "remove wlan0_1.accept", "remove wlan0_1.deny"};
+  const Lines remove = {"hostapd: REMOVE wlan0_1"};
+  EXPECT_EQ(radio + up, TasksAlone({}, PlanOf({1})));
+  EXPECT_EQ(radio, TasksAlone({}, PlanOf({})));
+  EXPECT_EQ(up, TasksAlone(After(PlanOf({})), PlanOf({1})));
+  EXPECT_EQ(remove + gone + Lines{"= wlan0_1 is down"}, TasksAlone(After(PlanOf({1})), PlanOf({})));
+  const Lines moved = {"= radio is down", "= radio is up on 11"};
+  EXPECT_EQ(remove + gone + moved + up, TasksAlone(After(PlanOf({1})), PlanOf({1}), On(11)));
+  Present doubted = After(PlanOf({1}));
+  doubted.bsss.at("wlan0_1").sound = false;
+  EXPECT_EQ(Lines{"hostapd may fail: REMOVE wlan0_1"} + gone + Lines{"= wlan0_1 is down"} + up,
+            TasksAlone(doubted, PlanOf({1})));
 }
 
 TEST(Reconcile, ABSSThatIsInBetweenIsMadeAnew) {
