@@ -28,11 +28,9 @@ class AccessPointTasks {
     }
     for (const auto& [interface, each] : present.bsss) {
       if (!setting_.hardware.HasHolder()) {
-        RemoveAlone(interface, !present.sound || !each.sound, actions);
+        Remove(interface, !present.sound || !each.sound, actions);
       }
-      for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
-        actions.emplace_back(RemoveFile{file});
-      }
+      RemoveFiles(interface, actions);
     }
     Add(std::move(actions), RadioIsDown{});
   }
@@ -50,27 +48,20 @@ class AccessPointTasks {
   void TakeDown(const PresentBSS& present, const std::string& reason) {
     const std::string& interface = present.bss.interface;
     std::vector<Action> actions;
-    if (setting_.hardware.HasHolder()) {
-      actions.emplace_back(AskHostapd{RemoveBSS(interface), !present.sound});
-    } else {
-      RemoveAlone(interface, !present.sound, actions);
-    }
-    for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
-      actions.emplace_back(RemoveFile{file});
-    }
+    Remove(interface, !present.sound, actions);
+    RemoveFiles(interface, actions);
     Add(std::move(actions), BSSIsDown{interface, reason});
   }
 
   void BringUp(const BSSPlan& bss) {
     std::vector<Action> actions = WriteFiles(bss);
-    const AskHostapd add{AddBSS(setting_.hardware.phy, PathOf(FileOf(bss.interface)))};
-    if (setting_.hardware.HasHolder()) {
-      actions.emplace_back(add);
-    } else {
-      // hostapd makes no interface for the first of a radio, and answers before it sends.
+    // hostapd makes no interface for the first of a radio, and answers before it sends.
+    if (!setting_.hardware.HasHolder()) {
       actions.emplace_back(MakeInterface{
           {setting_.hardware.wiphy, bss.interface, InterfaceType::AccessPoint, bss.bssid, false}});
-      actions.emplace_back(add);
+    }
+    actions.emplace_back(AskHostapd{AddBSS(setting_.hardware.phy, PathOf(FileOf(bss.interface)))});
+    if (!setting_.hardware.HasHolder()) {
       actions.emplace_back(AwaitRadio{bss.interface});
     }
     Add(std::move(actions), BSSIsUp{bss});
@@ -125,10 +116,18 @@ class AccessPointTasks {
                                                  {PathOf(AcceptOf(interface)), PathOf(DenyOf(interface))})}};
   }
 
-  /// Of a radio without a holder: hostapd leaves the interface there.
-  static void RemoveAlone(const std::string& interface, bool mayFail, std::vector<Action>& actions) {
+  /// hostapd takes the interface away too, but that of the first of a radio.
+  void Remove(const std::string& interface, bool mayFail, std::vector<Action>& actions) const {
     actions.emplace_back(AskHostapd{RemoveBSS(interface), mayFail});
-    actions.emplace_back(DropInterface{interface});
+    if (!setting_.hardware.HasHolder()) {
+      actions.emplace_back(DropInterface{interface});
+    }
+  }
+
+  static void RemoveFiles(const std::string& interface, std::vector<Action>& actions) {
+    for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
+      actions.emplace_back(RemoveFile{file});
+    }
   }
 
   void ChangeBy(const BSSPlan& bss, const Commands& commands, Dropped dropped) {

@@ -110,6 +110,7 @@ TEST(SetCountryCode, SetsARadioToAutomaticThatCannotFindTheRadarsThere) {
   State state = MakeFirstState(router, US);
   state.radios[2].channel = 149;
   const State inFrance = StateAfter(SetCountryCode(state, router, FR));
+  ASSERT_EQ(inFrance.radios.size(), 3U);
   EXPECT_EQ(inFrance.radios[2].channel, kAutomaticChannel);
   EXPECT_TRUE(inFrance.radios[2].enable);
   EXPECT_EQ(StateAfter(SetCountryCode(inFrance, router, DE)).country, DE);
