@@ -100,6 +100,7 @@ WiphyBand BandReading::Finish(int band) const {
   finished.maximumWidth = MaximumWidth(band == NL80211_BAND_5GHZ);
   finished.highThroughput = highThroughput_.has_value();
   finished.veryHighThroughput = veryHighThroughput_.has_value();
+  finished.veryHighThroughput160 = (veryHighThroughput_.value_or(0) & kVHT160) != 0;
   finished.highEfficiency = highEfficiency_.has_value();
   for (const auto& [frequency, channel] : channels_) {
     finished.channels.push_back(channel);

@@ -112,6 +112,7 @@ FakeBSS::FakeBSS(const FakeBSSFile& file, std::set<MACAddress> accepted, std::se
       passphrase_(file.Get("wpa_passphrase")),
       key_(file.Get("wpa_psk").empty() ? passphrase_ : file.Get("wpa_psk")),
       saePassword_(file.Get("sae_password")),
+      sends_(file.Get("start_disabled") != "1"),
       hides_(file.Get("ignore_broadcast_ssid") == "1"),
       beaconHides_(hides_),
       wps_(file.Get("wps_state") == "2" && !hides_),

@@ -76,7 +76,7 @@ void FakeSockets::Tell(const std::string& path, const std::string& message) {
     return;
   }
   for (const std::weak_ptr<MessageSink>& each : listener->second->attached) {
-    timers_.After(kLatency, [each, message] {
+    timers_.After(messageLatency, [each, message] {
       if (const auto sink = each.lock()) {
         (*sink)(message);
       }

@@ -39,6 +39,8 @@ class FakeSockets final : public ControlSockets {
   /// Tells all that have attached, each once.
   void Tell(const std::string& path, const std::string& message);
 
+  Timers::Duration messageLatency = kLatency;  ///< of what is told without being asked
+
  private:
   class Connection;
   struct Listener {

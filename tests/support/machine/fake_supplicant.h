@@ -18,6 +18,7 @@ struct FakeAccessPoint {
   int frequency = 0;
   int signal = -60;
   std::string passphrase = {};  ///< of WPA2 personal; empty for an open one
+  bool tellsTooMuch = false;    ///< no answer holds its information elements
 };
 
 /// wpa_supplicant as far as its global control socket goes: interfaces come and go, look for the network of
@@ -59,11 +60,14 @@ class FakeSupplicant final : public FakeProgram {
   void Forget() override;
   std::string Add(const std::string& line);
   std::string ObeyOn(const std::string& name, Interface& interface, const std::string& command);
-  std::string List(const std::string& range) const;
+  std::string List(const std::string& asked) const;
   void Listen(const std::string& name);
   void EndListening(const std::string& name);
   void Look(const std::string& name);
   void Join(const std::string& name);
+  void LookLater(const std::string& name);
+  /// The hardware is on one channel alone, which access points beside this station have.
+  bool IsInTheWay(const std::string& name, int frequency) const;
   void Leave(const std::string& name, Interface& interface);
 
   FakeKernel& kernel_;

@@ -151,6 +151,7 @@ using Outcome = std::variant<RadioIsDown, RadioIsUp, BSSIsDown, BSSIsUp, BSSHasC
 struct Task {
   std::vector<Action> actions;
   Outcome outcome;
+  bool isNeeded = true;  ///< else its failure is noted, and the next task goes on
 
   bool operator==(const Task&) const = default;
 };

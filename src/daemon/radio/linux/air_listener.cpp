@@ -2,7 +2,6 @@
 
 #include "daemon/model/text.h"
 #include "daemon/radio/linux/control/channel_settings.h"
-#include "daemon/radio/linux/control/replies.h"
 #include "daemon/radio/linux/control/supplicant_files.h"
 
 #include <algorithm>
@@ -111,7 +110,7 @@ void AirListener::Take(const ControlMessage& message) {
   } else if (message.name == "CTRL-EVENT-SCAN-RESULTS") {
     if (!isNumbered || number->second == number_) {
       phase_ = Phase::Collecting;
-      Collect(-1);
+      Collect(-1, Elements::With);
     }
   } else if (message.name == "CTRL-EVENT-SCAN-FAILED") {
     const auto code = message.fields.find("ret");
@@ -128,9 +127,11 @@ void AirListener::LoseSupplicant() {
   }
 }
 
-// A long answer ends early, so it is asked on from its last entry.
-void AirListener::Collect(int after) {
-  supplicant_.Ask(ToInterface(interface_, ListHeardAfter(after)), [this](const Result<std::string>& answer) {
+// A long answer ends early, so it is asked on from its last entry. Where that gives nothing, there is nothing
+// more, or the next entry is too long for any answer.
+void AirListener::Collect(int after, Elements elements) {
+  const std::string command = ListHeardAfter(after, elements);
+  supplicant_.Ask(ToInterface(interface_, command), [this, after, elements](Result<std::string> answer) {
     if (!done_) {
       return;
     }
@@ -138,21 +139,29 @@ void AirListener::Collect(int after) {
       End(answer.Why());
       return;
     }
-    const int oldest = SecondsBetween(startedAt_, timers_.Now()) + 1;
-    for (Wifi::ScanResult& result : ReadHeard(answer.Value(), radio_)) {
-      if (result.age <= oldest && channels_.contains(result.channel) && !own_.contains(result.bssid)) {
-        result.age = 0;
-        heard_.push_back(std::move(result));
-      }
+    const bool isWhole = elements == Elements::With;
+    const std::string reply = isWhole ? std::move(answer.Value()) : FirstHeard(answer.Value());
+    Keep(ReadHeard(reply, radio_));
+    if (const int last = LastHeardId(reply); last >= 0) {
+      Collect(last, Elements::With);
+    } else if (isWhole) {
+      Collect(after, Elements::Without);
+    } else {
+      std::ranges::stable_sort(heard_, std::ranges::greater(), &Wifi::ScanResult::signal);
+      heardAt_ = timers_.Now();
+      End(heard_);
     }
-    if (const int last = LastHeardId(answer.Value()); last >= 0) {
-      Collect(last);
-      return;
-    }
-    std::ranges::stable_sort(heard_, std::ranges::greater(), &Wifi::ScanResult::signal);
-    heardAt_ = timers_.Now();
-    End(heard_);
   });
+}
+
+void AirListener::Keep(std::vector<Wifi::ScanResult> results) {
+  const int oldest = SecondsBetween(startedAt_, timers_.Now()) + 1;
+  for (Wifi::ScanResult& result : results) {
+    if (result.age <= oldest && channels_.contains(result.channel) && !own_.contains(result.bssid)) {
+      result.age = 0;
+      heard_.push_back(std::move(result));
+    }
+  }
 }
 
 void AirListener::End(Result<std::vector<Wifi::ScanResult>> result) {

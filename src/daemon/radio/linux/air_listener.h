@@ -1,6 +1,7 @@
 #pragma once
 
 #include "daemon/radio/linux/control/messages.h"
+#include "daemon/radio/linux/control/replies.h"
 #include "daemon/radio/linux/program.h"
 #include "daemon/radio/own_timers.h"
 #include "daemon/radio/radio_driver.h"
@@ -34,7 +35,8 @@ class AirListener {
  private:
   void Ask();
   void Begin(const std::string& number);
-  void Collect(int after);
+  void Collect(int after, Elements elements);
+  void Keep(std::vector<Wifi::ScanResult> results);
   void End(Result<std::vector<Wifi::ScanResult>> result);
 
   /// What it waits for: wpa_supplicant to begin, the end of listening, the list of what was heard.

@@ -67,7 +67,9 @@ Result<std::vector<LinkedStation>> BSSStations::Ask(const std::string& interface
   }
   std::vector<LinkedStation> stations;
   for (const WirelessInterface& each : interfaces.Value()) {
-    if (each.name != interface && !each.name.starts_with(interface + ".sta")) {
+    const bool isBehindIt =
+        each.type == InterfaceType::AccessPointVLAN && each.name.starts_with(interface + ".");
+    if (each.name != interface && !isBehindIt) {
       continue;
     }
     auto linked = AskKernel(kernel_, &Kernel::GetStations, each.name);

@@ -113,10 +113,8 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   if (!CanCarry(wiphy, radio)) {
     return Failure(name + " cannot be on " + wiphy.name + ", which does not have its channels");
   }
-  if (wiphy.maximumAccessPoints < 2) {
-    return Failure(name + " cannot be on " + wiphy.name + ", which carries " +
-                   (wiphy.maximumAccessPoints == 0 ? "no access points" : "only one access point at once") +
-                   ": two are needed, one of which holds the radio");
+  if (wiphy.maximumAccessPoints < 1) {
+    return Failure(name + " cannot be on " + wiphy.name + ", which carries no access points");
   }
   const MACAddress base = BaseAddress(interfaces, wiphy);
   const WirelessInterface* own = FindInterface(interfaces, wiphy);
@@ -130,8 +128,10 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   hardware.capability.channels = ChannelsOf(band, radio);
   hardware.capability.maximumChannelWidth = band.maximumWidth;
   hardware.capability.limitsBroadcasts = false;
+  hardware.capability.findsRadars = false;
   hardware.wiphy = wiphy.index;
   hardware.phy = wiphy.name;
+  hardware.maximumAccessPoints = wiphy.maximumAccessPoints;
   hardware.maximumStations = wiphy.maximumStations;
   hardware.maximumChannels = wiphy.maximumChannels;
   hardware.fourAddress = wiphy.fourAddress;
@@ -177,7 +177,8 @@ Result<RadioMap> ReadRadioMap(const std::string& text, SupportedModel model) {
       return refuse(Quoted(entry) + " names what was named before");
     }
   }
-  return map;
+  // The last entry ends at the comma, and no empty one follows.
+  return text.ends_with(',') ? Result<RadioMap>(refuse("nothing stands behind its last comma")) : map;
 }
 
 Result<std::vector<RadioHardware>> AssignHardware(SupportedModel model, const std::vector<Wiphy>& wiphys,

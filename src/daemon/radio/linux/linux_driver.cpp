@@ -217,8 +217,7 @@ void LinuxDriver::StartWPS(const std::string& interface, Done done) {
   if (bss == nullptr) {
     done(Refusal{ErrorCode::RadioFailed, "the BSS " + interface + " is not up"});
   } else if (!HasWPS(*bss)) {
-    done(Refusal{ErrorCode::NotSupported, "the BSS " + interface + " cannot use WPS with the security mode " +
-                                              NameOrNumber(bss->securityMode)});
+    done(Refusal{ErrorCode::NotSupported, "the BSS " + interface + " cannot use WPS " + WhyNoWPS(*bss)});
   } else {
     wps_.Open(interface, std::move(done));
   }

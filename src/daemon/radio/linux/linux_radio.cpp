@@ -137,11 +137,17 @@ Result<std::vector<Task>> LinuxRadio::FindWay(const RadioPlan& plan, ApplyMode m
     if (!band.Succeeded()) {
       return band.Why();
     }
-    const auto channel = ChooseChannel(plan, GetCapability(), band.Value(), present_);
+    const auto channel = ChooseChannel(plan, GetCapability(), band.Value(), present_, ChannelOfUpstream());
     if (!channel.Succeeded()) {
       return channel.Why();
     }
-    sending = {channel.Value(), PowerOf(plan.transmitPower, band.Value(), channel.Value().channel)};
+    sending.channel = channel.Value();
+    // Not all hardware can be told, and what it does by itself is all that the country allows.
+    constexpr int kAll = 100;
+    if (plan.transmitPower < kAll || present_.powerWasSet) {
+      sending.power = PowerOf(plan.transmitPower, band.Value(), channel.Value().channel);
+      sending.powerIsAsked = wanted_ && wanted_->transmitPower != plan.transmitPower;
+    }
   }
   try {
     return FindTasks(setting_, plan, mode, present_, sending);
@@ -214,35 +220,6 @@ void LinuxRadio::Follow(const BSSHasChanged& outcome) {
   }
 }
 
-void LinuxRadio::Follow(const StationIs& outcome) {
-  if (outcome.station) {
-    station_.Begin(outcome.station->interface, outcome.station->ssid, true);
-  } else {
-    station_.End();
-  }
-}
-
-void LinuxRadio::Follow(const BackhaulStationIs& outcome) {
-  const auto& before = present_.backhaulStation.plan;
-  if (!outcome.station) {
-    backhaulStation_.End();
-    return;
-  }
-  const BackhaulStationPlan& plan = *outcome.station;
-  if (backhaulStation_.IsConnected() && before && IsSameButForScanType(*before, plan)) {
-    return;
-  }
-  const bool looks = plan.scanType != ScanType::Disable;
-  backhaulStation_.Begin(plan.interface, plan.ssid, looks);
-  if (!looks) {
-    StopLooking(plan);
-  }
-}
-
-void LinuxRadio::StopLooking(const BackhaulStationPlan& plan) {
-  shared_.supplicant.Ask(ToInterface(plan.interface, "DISCONNECT"), [](const Result<std::string>&) {});
-}
-
 const BSSPlan* LinuxRadio::FindBSS(const std::string& interface) const {
   const auto bss = present_.bsss.find(interface);
   return bss != present_.bsss.end() && bss->second.sound ? &bss->second.bss : nullptr;
@@ -297,21 +274,6 @@ std::string LinuxRadio::ReasonToLeave(const BSSPlan& bss, const Wifi::Util::MACA
   return IsTakenDownOrUp(bss.interface) ? "BSS down" : "left";
 }
 
-void LinuxRadio::TakeFromSupplicant(const ControlMessage& message) {
-  if (message.interface == station_.GetInterface()) {
-    station_.Take(message);
-  }
-  if (message.interface == backhaulStation_.GetInterface()) {
-    backhaulStation_.Take(message);
-    const auto& plan = present_.backhaulStation.plan;
-    if (message.name == "CTRL-EVENT-DISCONNECTED" && plan && plan->scanType == ScanType::Disable) {
-      StopLooking(*plan);
-      backhaulStation_.Begin(plan->interface, plan->ssid, false);
-    }
-  }
-  listener_.Take(message);
-}
-
 void LinuxRadio::LoseHostapd() { Reach(RadioIsDown{}); }
 
 // Their interfaces are still there.
@@ -351,31 +313,6 @@ void LinuxRadio::RestoreLater() {
   restore_ = timers_.After(patience, [this] {
     restore_.reset();
     Restore();
-  });
-}
-
-void LinuxRadio::Reconnect(RadioDriver::Done done) {
-  Enter([this, done = std::move(done)](const Leave& leave) {
-    Task task{{}, StationsRejoin{}};
-    const auto rejoin = [&task](UpstreamWatch& watch, const auto& plan) {
-      // Choosing its network also ends the wait after a failure.
-      for (const char* command : {"DISCONNECT", "SELECT_NETWORK 0"}) {
-        task.actions.emplace_back(AskSupplicant{ToInterface(plan.interface, command)});
-      }
-      watch.Begin(plan.interface, plan.ssid, true);
-    };
-    if (const auto& plan = present_.station.plan; plan && present_.station.sound) {
-      rejoin(station_, *plan);
-    }
-    if (const auto& plan = present_.backhaulStation.plan;
-        plan && present_.backhaulStation.sound &&
-        (plan->scanType != ScanType::Disable || backhaulStation_.IsConnected())) {
-      rejoin(backhaulStation_, *plan);
-    }
-    runner_.Run({std::move(task)}, [leave, done](const Result<void>& result) {
-      leave();
-      done(result);
-    });
   });
 }
 

@@ -69,6 +69,9 @@ class LinuxRadio {
   void Bring(const RadioPlan& plan, ApplyMode mode, const RadioDriver::Done& done);
   Result<void> Check(const RadioPlan& plan) const;
   Result<std::vector<Task>> FindWay(const RadioPlan& plan, ApplyMode mode) const;
+  /// Where the radio can be on one channel alone, that of its own station; 0 where it is free.
+  int ChannelOfUpstream() const;
+  void FollowUpstream();
   /// The radio's, as the country in force has it.
   Result<WiphyBand> AskForBand() const;
   void RestoreLater();
@@ -99,6 +102,8 @@ class LinuxRadio {
   BSSStations stations_;
   UpstreamWatch station_;
   UpstreamWatch backhaulStation_;
+  int followed_ = 0;      ///< the channel of its own station, when it was looked at last
+  bool rejoins_ = false;  ///< the backhaul station was told to, and looks whatever its scan type
   AirListener listener_;
   TaskRunner runner_;
   OwnTimers timers_;

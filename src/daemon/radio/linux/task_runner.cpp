@@ -197,6 +197,13 @@ void TaskRunner::End(const Result<void>& result) {
     const Outcome& outcome = tasks_.front().outcome;
     told = Refusal{result.Why().code, std::visit(Subject(), outcome) + ": " + result.Why().sentence};
     sinks_.doubted(outcome);
+    if (!tasks_.front().isNeeded) {
+      doors_.note({DriverNote::Weight::Warning, told.Why().sentence});
+      tasks_.pop_front();
+      next_ = 0;
+      Go();
+      return;
+    }
     tasks_.clear();
   }
   std::exchange(done_, nullptr)(told);

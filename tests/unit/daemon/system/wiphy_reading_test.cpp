@@ -249,6 +249,16 @@ TEST(ReadWiphys, KnowsHowWideABandGoes) {
   EXPECT_EQ(Width2_4GHz(HT(0x0000) + HE(kAccessPoint, 0x0C)), 20);
 }
 
+TEST(ReadWiphys, KnowsWhether80211acGoesTo160MHz) {
+  const auto goes = [](const std::string& attributes) {
+    return Read(Band(NL80211_BAND_5GHZ, HT(0x0002) + attributes)).band5GHz->veryHighThroughput160;
+  };
+  EXPECT_TRUE(goes(VHT(0x00000004)));
+  EXPECT_TRUE(goes(VHT(0x00000008)));
+  EXPECT_FALSE(goes(VHT(0xFFFFFFF3) + HE(kAccessPoint, 0x08)));
+  EXPECT_FALSE(goes(HE(kAccessPoint, 0x08)));
+}
+
 TEST(ReadWiphys, KnowsTheStandardsOfABand) {
   const auto band = Read(Band(NL80211_BAND_5GHZ, HT(0))).band5GHz;
   EXPECT_TRUE(band->highThroughput);

@@ -44,7 +44,8 @@ std::string DenyFile(const AccessPlan& access);
 /// server, and not WEP.
 bool CanCarry(SecurityMode mode);
 
-/// Whether a BSS of this mode is set up for WPS; one with a hidden SSID is not.
-bool HasWPS(const BSSPlan& bss);
+/// Why a BSS is not set up for WPS, as in "while its SSID is hidden"; empty where it is.
+std::string WhyNoWPS(const BSSPlan& bss);
+inline bool HasWPS(const BSSPlan& bss) { return WhyNoWPS(bss).empty(); }
 
 }  // namespace TALO::Wifid

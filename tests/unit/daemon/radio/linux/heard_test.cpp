@@ -90,6 +90,7 @@ TEST(ReadHeard, GoesOnWhereALongAnswerEnded) {
   EXPECT_EQ(LastHeardId(Recorded("heard-rest.txt")), 14);
   EXPECT_EQ(LastHeardId(""), -1);
   EXPECT_EQ(ListHeardAfter(-1), "BSS RANGE=0- MASK=0x21e87");
+  EXPECT_EQ(ListHeardAfter(6, Elements::Without), "BSS RANGE=7- MASK=0x21a87");
 }
 
 TEST(ReadHeard, KnowsTheModeByItsFlags) {
@@ -185,6 +186,13 @@ TEST(ReadHeard, LeavesOutAnEntryThatDidNotComeWhole) {
   const std::string cut = reply.substr(0, whole - 1);
   EXPECT_EQ(ReadHeard(cut, RadioFrequency::Band5GHz).size(), 6U);
   EXPECT_EQ(LastHeardId(cut), 5);
+}
+
+TEST(FirstHeard, IsTheFirstEntryAlone) {
+  const std::string first = "id=3\nssid=a\n====\n";
+  EXPECT_EQ(FirstHeard(first + "id=4\nssid=b\n####\n"), first);
+  EXPECT_EQ(FirstHeard("id=3\nssid=a\n####\n"), "id=3\nssid=a\n####\n");
+  EXPECT_EQ(FirstHeard(""), "");
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 #include "support/machine/linux_router.h"
+#include "support/routers.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <tuple>
 
 // The driver as a whole: what it leaves behind, what it keeps to itself, and what it does when it is refused.
 
@@ -131,6 +133,37 @@ TEST_F(LinuxDriverTest, ARadiosOwnInterfaceThatWasDeletedIsMadeAgainAsItWas) {
   // It is the machine's.
   driver.reset();
   EXPECT_EQ((Interfaces{"wlan1", "wlan0"}), KernelInterfaces());
+}
+
+TEST_F(LinuxDriverTest, ARouterOfEachModelComesUpAsItWasNeverSetUp) {
+  using enum SupportedModel;
+  using enum CountryCode;
+  Wiphy narrow = MakeWiphy(1);
+  narrow.band5GHz->maximumWidth = 40;
+  const std::vector<std::tuple<SupportedModel, CountryCode, std::vector<int>>> cases = {
+      {Alder100, DE, {6, 36, 0}}, {Alder100, US, {6, 36, 149}}, {Birch200, DE, {6, 36, 0}},
+      {Cedar300, FR, {6, 36}},    {Dune40, US, {6, 36}},
+  };
+  for (const auto& [model, country, channels] : cases) {
+    FakeMachine other({MakeWiphy(0), narrow, MakeWiphy(2)});
+    LinuxDriver its(LinuxSetup{.model = model}, other.Doors());
+    State state = MakeFirstState(its.GetCapabilities(), country);
+    state.networks.push_back(MakeNetwork(1, "Home"));
+    state.networks.back().bridge = "br0";
+    std::vector<std::string> answers;
+    for (const RadioPlan& plan : MakePlan(state, its.GetCapabilities(), {})) {
+      its.Apply(plan, ApplyMode::WhatDiffers,
+                [&answers](const Result<void>& result) { answers.push_back(Describe(result)); });
+    }
+    ASSERT_TRUE(other.WaitUntil([&] { return answers.size() == channels.size(); }));
+    EXPECT_EQ(std::vector<std::string>(channels.size(), "done"), answers);
+    std::vector<int> live;
+    for (const LiveRadio& each : its.GetLive()) {
+      live.push_back(each.channel);
+      EXPECT_EQ(each.channel != 0 ? 1U : 0U, each.bsss.size());
+    }
+    EXPECT_EQ(channels, live);
+  }
 }
 
 TEST_F(LinuxDriverTest, ARefusalOfHostapdIsGivenWithItsReasonAndTheRestGoesOn) {

@@ -215,14 +215,32 @@ TEST_F(LinuxStationsTest, NodesInFourAddressModeAreAtInterfacesOfTheirOwn) {
 TEST_F(LinuxStationsTest, TheRadiosPowerFollowsThePlan) {
   RadioPlan plan = Plan(0, {1});
   ASSERT_TRUE(Apply(plan).Succeeded());
-  EXPECT_EQ(20, machine.kernel.powers.at(0));
+  // All that the country allows is what it sends with by itself.
+  EXPECT_TRUE(machine.kernel.powers.empty());
   plan.transmitPower = 50;
   ASSERT_TRUE(Apply(plan).Succeeded());
   EXPECT_EQ(17, machine.kernel.powers.at(0));
+  plan.transmitPower = 100;
+  ASSERT_TRUE(Apply(plan).Succeeded());
+  EXPECT_EQ(20, machine.kernel.powers.at(0));
+}
+
+TEST_F(LinuxStationsTest, APowerThatCannotBeSetFailsWhoAsksForItAndNobodyElse) {
   machine.kernel.refusals["SetTransmitPower"] = "Operation not supported";
-  plan.transmitPower = 25;
-  EXPECT_EQ("RadioFailed the radio cannot send with 14 dBm: phy0: Operation not supported",
-            Describe(Apply(plan)));
+  const RadioPlan plan = Plan(0, {1});
+  ASSERT_EQ("done", Describe(Apply(plan)));
+  RadioPlan weaker = plan;
+  weaker.transmitPower = 25;
+  const std::string why = "the radio cannot send with 14 dBm: phy0: Operation not supported";
+  EXPECT_EQ("RadioFailed " + why, Describe(Apply(weaker)));
+  EXPECT_EQ("done", Describe(Apply(plan)));
+  EXPECT_FALSE(machine.HasNote(DriverNote::Weight::Warning, why));
+  // As a router is left that once had other hardware.
+  driver.reset();
+  driver = std::make_unique<LinuxDriver>(LinuxSetup{.model = SupportedModel::Dune40}, machine.Doors());
+  EXPECT_EQ("done", Describe(Apply(weaker)));
+  EXPECT_TRUE(machine.HasNote(DriverNote::Weight::Warning, why));
+  EXPECT_EQ(1U, Live(0).bsss.size());
 }
 
 }  // namespace

@@ -155,6 +155,25 @@ TEST_F(LinuxUpstreamTest, AStationThatMayNotLookRejoinsItsParentWhenItIsTold) {
   EXPECT_TRUE(BackhaulReaches(Phase::Connected));
 }
 
+// Messages and answers come on sockets of their own, so either may be the first.
+TEST_F(LinuxUpstreamTest, AStationThatRejoinsBecauseItIsToldHasNotLostItsParent) {
+  for (const int latency : {1, 50}) {
+    machine.sockets.messageLatency = Timers::Duration(latency);
+    ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Default))));
+    ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+    ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Disable))));
+    ASSERT_EQ("done", Reconnect());
+    machine.Advance(100);
+    EXPECT_EQ("scanning for Uplink", Describe(Live(0).backhaulStation));
+    ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+    // What it loses now is lost.
+    machine.supplicant.TakeOffTheAir(kUplink);
+    machine.supplicant.air = {{"Uplink", kUplink, 2412, -60, "uplink-password"}};
+    machine.Advance(60'000);
+    EXPECT_EQ("disabled Uplink", Describe(Live(0).backhaulStation));
+  }
+}
+
 TEST_F(LinuxUpstreamTest, ListensByAnInterfaceOfItsOwnThatIsGoneAfterwards) {
   for (int i = 2; i < 6; ++i) {
     machine.supplicant.air.push_back(
@@ -219,6 +238,23 @@ TEST_F(LinuxUpstreamTest, TheEndOfSomebodyElsesListeningIsPassedOver) {
     EXPECT_TRUE(isHeard) << end;
     machine.Advance(11'000);
   }
+}
+
+TEST_F(LinuxUpstreamTest, HearsAlsoWhatStandsBehindAnEntryThatNoAnswerHolds) {
+  machine.supplicant.air = {{"First", MACAddress("06:00:00:00:00:01"), 2412, -40, ""},
+                            {"Long", MACAddress("06:00:00:00:00:02"), 2412, -50, "secret-of-long", true},
+                            {"Longer", MACAddress("06:00:00:00:00:03"), 2412, -60, "", true},
+                            {"Last", MACAddress("06:00:00:00:00:04"), 2412, -70, ""},
+                            {"Longest", MACAddress("06:00:00:00:00:05"), 2412, -80, "", true}};
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  const auto heard = Scan(0);
+  ASSERT_TRUE(heard.Succeeded()) << heard.Why().sentence;
+  std::vector<std::string> names;
+  for (const Wifi::ScanResult& each : heard.Value()) {
+    names.push_back(each.ssid);
+  }
+  EXPECT_EQ((std::vector<std::string>{"First", "Long", "Longer", "Last", "Longest"}), names);
+  EXPECT_EQ(SecurityMode::PersonalWPA2, heard.Value().at(1).securityMode);
 }
 
 TEST_F(LinuxUpstreamTest, ListensByTheStationAndWaitsWhileThatListensItself) {

@@ -64,6 +64,17 @@ Kernel::NewInterface NewInterface(const std::string& name, const std::string& ad
   return {0, name, InterfaceType::Station, MACAddress(address), false};
 }
 
+TEST_F(TaskRunnerTest, ATaskThatIsNotNeededIsNotedWhereItFailsAndTheNextGoesOn) {
+  machine_.kernel.refusals["SetTransmitPower"] = "Operation not supported";
+  EXPECT_EQ("done", Run({{{SendWithPower{0, 17}, WriteFile{"a", "a"}}, PowerIs{17}, false},
+                         {{WriteFile{"b", "b"}}, RadioIsDown{}}}));
+  EXPECT_EQ((Lines{"doubted= power is 17", "reached= radio is down"}), lines_);
+  EXPECT_FALSE(machine_.files.files.contains("a"));
+  EXPECT_TRUE(machine_.files.files.contains("b"));
+  EXPECT_TRUE(machine_.HasNote(DriverNote::Weight::Warning,
+                               "the radio cannot send with 17 dBm: phy0: Operation not supported"));
+}
+
 TEST_F(TaskRunnerTest, CarriesOutEveryKindOfAction) {
   machine_.files.files["old.conf"] = "old";
   EXPECT_EQ(
