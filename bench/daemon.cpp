@@ -52,13 +52,16 @@ void MeasureDaemon(const Effort& effort) {
   PrintFigure("wake-ups " + full, WakeUpsAMinute(daemon, std::chrono::seconds(effort.Or(1, 60))), "a minute",
               "none");
 
+  // The first half brings in the pages that such calls need.
   const std::size_t requests = effort.Or(1000, 1000000);
-  MeasureLoad({.member = "GetNetworkSettings"}, 8, requests / 100);
-  const double before = Status(daemon, "VmRSS");
-  MeasureLoad({.member = "GetRadioIfStatuses"}, 8, requests * 9 / 10);
-  MeasureLoad({.member = "GetDevices"}, 8, requests / 10);
-  PrintComparison({"resident after " + std::to_string(requests) + " requests", "before them",
-                   Status(daemon, "VmRSS"), before, "KiB", AtMost(1)});
+  const auto ask = [&] {
+    MeasureLoad({.member = "GetRadioIfStatuses"}, 8, requests * 9 / 20);
+    MeasureLoad({.member = "GetDevices"}, 8, requests / 20);
+    return Status(daemon, "VmRSS");
+  };
+  const double half = ask();
+  PrintComparison({"resident after " + std::to_string(requests) + " requests", "after half of them", ask(),
+                   half, "KiB", AtMost(1)});
 }
 
 }  // namespace TALO::Bench
