@@ -1,5 +1,7 @@
 #include "cli/argument_frame.h"
 
+#include "cli/parsed_words.h"
+
 #include <boost/program_options/parsers.hpp>
 
 #include <cstddef>
@@ -17,9 +19,11 @@ po::options_description& publishUsage(Usage& usage, const char* caption) {
 
 po::variables_map parseArguments(const std::vector<std::string>& subargs,
                                  const po::options_description& options) {
-  po::variables_map arguments;
-  po::store(po::command_line_parser(subargs).options(options).run(), arguments);
-  return arguments;
+  return parseWords(subargs, [&options](const std::vector<std::string>& words) {
+    po::variables_map arguments;
+    po::store(po::command_line_parser(words).options(options).run(), arguments);
+    return arguments;
+  });
 }
 
 std::vector<Wifi::MACFilterDevice> parseDevicesList(const std::vector<std::string>& tokens) {

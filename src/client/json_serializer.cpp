@@ -56,7 +56,8 @@ template <Record T>
 Json::Value ToJson(const T& record) {
   Json::Value object(Json::objectValue);
   ForEachMember(record, [&object](auto member, const auto& value) {
-    object[member.name] = ToJson(value);
+    // The library does not copy keys that it is told will stay.
+    object[Json::StaticString(member.name)] = ToJson(value);
     if constexpr (member.kind == TextKind::Bytes) {
       object[std::string(member.name) + "Hex"] = ToHex(value);
     }

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "client/json_serializer.h"
 #include "client/records.h"
-
-#include <json/value.h>
+#include "commands/styled_json.h"
 
 #include <iostream>
 #include <map>
@@ -17,18 +15,16 @@ namespace TALO::Tool {
 /// The styled JSON of one record and a line end.
 template <typename Record>
 void printRecord(const Record& record) {
-  std::cout << Wifi::Daemon::JsonSerializer::Serialize<Record>(record).toStyledString() << std::endl;
+  printStyledJSON(&record);
+  std::cout << std::endl;
 }
 
 /// The styled JSON array of the records in the order given, "[]" for none, and a line end. Nothing is written
 /// before the whole array is built.
 template <typename Record>
 void printRecords(const std::vector<Record>& records) {
-  Json::Value array(Json::arrayValue);
-  for (const Record& record : records) {
-    array.append(Wifi::Daemon::JsonSerializer::Serialize<Record>(record));
-  }
-  std::cout << array.toStyledString() << std::endl;
+  printStyledJSON(&records);
+  std::cout << std::endl;
 }
 
 /// A line for each network, a line for each of its interfaces, and an empty line.

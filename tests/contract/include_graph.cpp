@@ -29,8 +29,8 @@ const std::map<std::string, Names> kRooms = {
     {"daemon/system", {"daemon/radio", "daemon/store", "daemon/model", "client", "values"}},
     {"daemon/service", {"daemon/model", "daemon/store", "daemon/radio", "bus", "client", "values"}},
     {"daemon/main",
-     {"daemon/model", "daemon/store", "daemon/radio", "daemon/system", "daemon/service", "bus", "client",
-      "values"}},
+     {"daemon/model", "daemon/store", "daemon/radio", "daemon/system", "daemon/service", "bus", "cli",
+      "client", "values"}},
     {"reference", {"commands", "cli", "daemon/main", "bus", "client", "values"}},
 };
 

@@ -53,13 +53,24 @@ BusHandle StartClient(Descriptor socket) {
   return bus;
 }
 
-BusHandle StartServer(Descriptor socket) {
-  BusHandle bus = NewBus(std::move(socket));
+namespace {
+
+BusHandle Serve(BusHandle bus) {
   sd_id128_t id{};
   MustSucceed(sd_id128_randomize(&id));
   MustSucceed(sd_bus_set_server(bus.get(), 1, id));
   MustSucceed(sd_bus_start(bus.get()));
   return bus;
+}
+
+}  // namespace
+
+BusHandle StartServer(Descriptor socket) { return Serve(NewBus(std::move(socket))); }
+
+BusHandle StartAnonymousServer(Descriptor socket) {
+  BusHandle bus = NewBus(std::move(socket));
+  MustSucceed(sd_bus_set_anonymous(bus.get(), 1));
+  return Serve(std::move(bus));
 }
 
 }  // namespace TALO::Wifi::Bus

@@ -33,6 +33,8 @@ std::pair<Descriptor, Descriptor> ConnectedSockets();
 /// A bus on a socket, started.
 BusHandle StartClient(Descriptor socket);
 BusHandle StartServer(Descriptor socket);
+/// One that does not ask who the other end is.
+BusHandle StartAnonymousServer(Descriptor socket);
 
 /// Returns `result`; aborts the test program with the error's meaning where it is negative.
 int MustSucceed(int result);

@@ -29,6 +29,7 @@ class DaemonOnBus {
   int Terminate(int signal);
 
   Process& GetProcess() { return process_; }
+  const Process& GetProcess() const { return process_; }
 
  private:
   PrivateBus& bus_;

@@ -12,7 +12,7 @@ DaemonRun::DaemonRun(World& world)
       driver_(SupportedModel::Cedar300, world.scenario, world.timers),
       directory_(world.directory / "state"),
       store_(directory_, world.directory / "state"),
-      engine_({store_, driver_, world.clock, world.calendar, announcer_, log_},
+      engine_({writer_, driver_, world.clock, world.calendar, announcer_, log_},
               LoadState(store_, driver_.GetCapabilities(), CountryCode::DE, log_)),
       schedules_(engine_, world.timers),
       service_({engine_, wps_, schedules_, random_, log_, "br0", AdmitAll}) {

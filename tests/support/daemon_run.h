@@ -9,6 +9,7 @@
 #include "daemon/store/state_directory.h"
 #include "daemon/store/state_file.h"
 #include "support/bus_pair.h"
+#include "support/direct_writer.h"
 #include "support/fake_doors.h"
 #include "support/manual_timers.h"
 #include "support/operation_calls.h"
@@ -94,6 +95,7 @@ class DaemonRun {
   SimulatedDriver driver_;
   StateDirectory directory_;
   StateFile store_;
+  DirectWriter writer_{store_};
   Engine engine_;
   WPSSessions wps_{engine_};
   ScheduleKeeper schedules_;

@@ -31,6 +31,22 @@ Result<void> FakeStore::Save(const State& state) {
   return {};
 }
 
+void FakeStore::Save(const State& state, Saved saved) {
+  const auto tell = [saved = std::move(saved), result = Save(state)] { saved(result); };
+  if (isHolding_) {
+    held_ = tell;
+  } else {
+    tell();
+  }
+}
+
+void FakeStore::Release() {
+  isHolding_ = false;
+  if (const auto tell = std::exchange(held_, nullptr)) {
+    tell();
+  }
+}
+
 std::string FakeRandom::Draw(std::size_t count) {
   if (broken) {
     throw std::runtime_error("no randomness");

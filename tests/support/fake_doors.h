@@ -5,6 +5,7 @@
 #include "daemon/service/clock.h"
 #include "daemon/service/random_source.h"
 #include "daemon/store/state_store.h"
+#include "daemon/store/state_writer.h"
 #include "support/daemon_samples.h"
 #include "support/manual_timers.h"
 
@@ -41,7 +42,7 @@ class FailureList {
 };
 
 /// Notes "save 1 4" for a state with the networks 1 and 4.
-class FakeStore final : public StateStore {
+class FakeStore final : public StateStore, public StateWriter {
  public:
   explicit FakeStore(Journal& journal) : journal_(journal) {}
 
@@ -53,13 +54,21 @@ class FakeStore final : public StateStore {
 
   Result<StoredState> Load() override { return StoredState{saved_, {}}; }
   Result<void> Save(const State& state) override;
+  void Save(const State& state, Saved saved) override;
 
-  const std::optional<State>& Saved() const { return saved_; }
+  /// Saves are told of only when the test releases them.
+  void Hold() { isHolding_ = true; }
+  /// Tells of the save that is held, if one is.
+  void Release();
+
+  const std::optional<State>& LastSaved() const { return saved_; }
 
  private:
   Journal& journal_;
   FailureList failures_;
   std::optional<State> saved_;
+  bool isHolding_ = false;
+  std::function<void()> held_;
 };
 
 /// Stands still until the test moves it.

@@ -42,6 +42,9 @@ class SimulatedService {
   Timers::Duration Now() const { return timers_.Now(); }
   std::int64_t WallNow() const { return clock_.now; }
   const SimulatedDriver& Driver() const { return driver_; }
+  const State& GetState() const { return engine_.GetState(); }
+  FakeStore& Store() { return store_; }
+  BusPair& Bus() { return pair_; }
   /// What the radios have told so far.
   const std::vector<RadioEvent>& Events() const { return announcer_.happened; }
 

@@ -6,6 +6,7 @@
 #include "daemon/main/event_timers.h"
 #include "daemon/main/kernel_random.h"
 #include "daemon/main/local_calendar.h"
+#include "daemon/main/memory.h"
 #include "daemon/main/options.h"
 #include "daemon/main/secrecy.h"
 #include "daemon/main/service_manager.h"
@@ -18,9 +19,11 @@
 #include "daemon/service/service.h"
 #include "daemon/store/state_directory.h"
 #include "daemon/store/state_file.h"
+#include "daemon/system/background_writer.h"
 
 #include <cstdlib>
 #include <exception>
+#include <utility>
 #include <variant>
 
 namespace TALO::Wifid {
@@ -45,7 +48,9 @@ void Serve(const Options& options) {
   CheckBridge(options, driver.GetBridges());
   StateDirectory directory(options.stateDirectory);
   StateFile store(directory, options.stateDirectory);
-  Engine engine({store, driver, clock, calendar, manager, log},
+  const Loop watched{loop.GetEvent(), [&loop](std::exception_ptr failure) { loop.Stop(std::move(failure)); }};
+  BackgroundWriter writer(watched, store);
+  Engine engine({writer, driver, clock, calendar, manager, log},
                 LoadState(store, driver.GetCapabilities(), options.country, log));
   WPSSessions wps(engine);
   ScheduleKeeper schedules(engine, timers);
@@ -79,6 +84,7 @@ void Serve(const Options& options) {
 
 int main(int argc, char** argv) {
   try {
+    TALO::Wifid::ReturnFreedMemory();
     TALO::Wifid::KeepMemorySecret();
     if (const auto options = TALO::Wifid::ParseOptions(argc, argv)) {
       TALO::Wifid::Serve(*options);

@@ -1,5 +1,6 @@
 #include "daemon/main/options.h"
 
+#include "cli/parsed_words.h"
 #include "daemon/model/text.h"
 #include "values/enum_names.h"
 
@@ -7,15 +8,19 @@
 #include <boost/program_options/value_semantic.hpp>
 #include <boost/program_options/variables_map.hpp>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
+#include <vector>
 
 namespace TALO::Wifid {
 
 namespace po = boost::program_options;
+using Words = std::vector<std::string>;
 
 namespace {
 
@@ -48,7 +53,9 @@ Options::Bus ReadBus(const po::variables_map& values) {
 
 /// What the command line says; a word that belongs to no option is refused.
 po::parsed_options ParseWords(int argc, const char* const* argv, const po::options_description& options) {
-  auto parsed = po::command_line_parser(argc, argv).options(options).run();
+  auto parsed = Tool::parseWords(
+      Words(argv + std::min(argc, 1), argv + argc),
+      [&options](const Words& words) { return po::command_line_parser(words).options(options).run(); });
   for (const auto& option : parsed.options) {
     if (option.position_key >= 0) {
       throw std::invalid_argument("the word " + Quoted(option.value.front()) +
@@ -103,8 +110,16 @@ void ReadConfigFile(po::variables_map& values, const po::options_description& op
     }
     return;
   }
+  std::string text;
+  for (std::string line; std::getline(file, line);) {
+    text += line + "\n";
+  }
   try {
-    po::store(po::parse_config_file(file, options), values);
+    const auto parse = [&options](const Words& texts) {
+      std::istringstream stream(texts.front());
+      return po::parse_config_file(stream, options);
+    };
+    po::store(Tool::parseWords({text}, parse), values);
   } catch (const po::error& error) {
     throw std::invalid_argument("the configuration file " + path + " cannot be used: " + error.what());
   }

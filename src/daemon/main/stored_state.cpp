@@ -6,6 +6,7 @@
 #include "daemon/model/text.h"
 
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -19,7 +20,15 @@ State LoadState(StateStore& store, const Capabilities& capabilities, CountryCode
   if (!found.trouble.empty()) {
     log.Write(Severity::Error, found.trouble);
   }
+  const auto sayWhatIsOff = [&](CountryCode inForce) {
+    for (const RadioCapability& radio : capabilities.radios) {
+      if (const std::string why = WhyOff(inForce, radio); !why.empty()) {
+        log.Write(Severity::Warning, why + ": it stays off");
+      }
+    }
+  };
   if (!found.state) {
+    sayWhatIsOff(country);
     return MakeFirstState(capabilities, country);
   }
   if (!CountryCapability(capabilities.model).codes.contains(found.state->country)) {
@@ -30,6 +39,7 @@ State LoadState(StateStore& store, const Capabilities& capabilities, CountryCode
   if (!limit.Succeeded()) {
     log.Write(Severity::Warning, "the broadcast limit is switched off: " + limit.Why().sentence);
   }
+  sayWhatIsOff(found.state->country);
   return AdaptToRadios(std::move(*found.state), capabilities);
 }
 

@@ -20,6 +20,7 @@ struct RadioCapability {
   std::vector<int> channels;       ///< that the hardware can use in any country, ascending
   int maximumChannelWidth = 20;    ///< MHz
   bool limitsBroadcasts = true;    ///< can do what MACFilterGlobal asks for
+  bool findsRadars = true;         ///< can use the channels that take looking out for radars (DFS)
 
   bool operator==(const RadioCapability&) const = default;
 };

@@ -112,13 +112,15 @@ std::set<CountryCode> CodesOf(SupportedModel model) {
 /// `SetCountryCode` for one radio.
 Result<RadioState> MoveRadio(RadioState radio, const Capabilities& capabilities, CountryCode country) {
   const auto capability = std::ranges::find(capabilities.radios, radio.radio, &RadioCapability::radio);
-  const std::vector<int> usable =
-      capability != capabilities.radios.end() ? UsableChannels(country, *capability) : std::vector<int>();
-  if (usable.empty() && radio.enable) {
-    return Refusal{ErrorCode::NotSupported, "the radio " + NameOrNumber(radio.radio) +
-                                                " has no channel that the country " + NameOrNumber(country) +
-                                                " allows"};
+  RadioCapability hardware;
+  hardware.radio = radio.radio;
+  if (capability != capabilities.radios.end()) {
+    hardware = *capability;
   }
+  if (radio.enable && ChannelsIn(country, hardware).empty()) {
+    return Refusal{ErrorCode::NotSupported, WhyOff(country, hardware)};
+  }
+  const std::vector<int> usable = UsableChannels(country, hardware);
   if (radio.channel != kAutomaticChannel && !std::ranges::binary_search(usable, radio.channel)) {
     radio.channel = usable.empty() ? kAutomaticChannel : usable.front();
   }
@@ -153,11 +155,40 @@ std::vector<int> AllowedChannels(CountryCode country, RadioFrequency radio) {
   return {};
 }
 
-std::vector<int> UsableChannels(CountryCode country, const RadioCapability& radio) {
-  std::vector<int> usable;
+std::vector<int> ChannelsIn(CountryCode country, const RadioCapability& radio) {
+  std::vector<int> channels;
   std::ranges::set_intersection(AllowedChannels(country, radio.radio), radio.channels,
-                                std::back_inserter(usable));
+                                std::back_inserter(channels));
+  return channels;
+}
+
+std::vector<int> UsableChannels(CountryCode country, const RadioCapability& radio) {
+  constexpr int kFirstWithRadars = 52;
+  constexpr int kLastWithRadars = 144;
+  std::vector<int> usable = ChannelsIn(country, radio);
+  if (!radio.findsRadars) {
+    std::erase_if(usable,
+                  [](int channel) { return channel >= kFirstWithRadars && channel <= kLastWithRadars; });
+  }
   return usable;
+}
+
+std::string WhyOff(CountryCode country, const RadioCapability& radio) {
+  const std::string name = "the radio " + NameOrNumber(radio.radio);
+  if (ChannelsIn(country, radio).empty()) {
+    return name + " has no channel that the country " + NameOrNumber(country) + " allows";
+  }
+  return UsableChannels(country, radio).empty()
+             ? name + " cannot look out for radars (DFS), which all of its channels take in the country " +
+                   NameOrNumber(country)
+             : "";
+}
+
+Result<void> CheckIsWorking(const State& state, const Capabilities& capabilities, RadioFrequency radio) {
+  const auto capability = std::ranges::find(capabilities.radios, radio, &RadioCapability::radio);
+  const std::string why =
+      capability != capabilities.radios.end() ? WhyOff(state.country, *capability) : std::string();
+  return why.empty() ? Result<void>() : Result<void>(Refusal{ErrorCode::NotSupported, why});
 }
 
 Wifi::CountryCodeCapability CountryCapability(SupportedModel model) {

@@ -1,5 +1,6 @@
 #include "daemon/model/first_state.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/mac_filter.h"
 
 #include <algorithm>
@@ -32,6 +33,14 @@ RadioState DefaultRadio(RadioFrequency radio) {
   return state;
 }
 
+RadioState Fitted(RadioState state, const RadioCapability& radio, CountryCode country) {
+  if (!std::ranges::binary_search(UsableChannels(country, radio), state.channel)) {
+    state.channel = kAutomaticChannel;
+  }
+  state.channelWidth = std::min(state.channelWidth, radio.maximumChannelWidth);
+  return state;
+}
+
 Wifi::StationSetting DefaultStation(RadioFrequency radio) {
   Wifi::StationSetting station;
   station.securityMode = SecurityMode::Disabled;
@@ -51,7 +60,8 @@ State AdaptToRadios(State state, const Capabilities& capabilities) {
   std::vector<RadioState> radios;
   for (const RadioCapability& capability : capabilities.radios) {
     const auto known = std::ranges::find(state.radios, capability.radio, &RadioState::radio);
-    radios.push_back(known != state.radios.end() ? *known : DefaultRadio(capability.radio));
+    radios.push_back(Fitted(known != state.radios.end() ? *known : DefaultRadio(capability.radio), capability,
+                            state.country));
   }
   state.radios = std::move(radios);
 

@@ -1,5 +1,6 @@
 #include "daemon/model/mesh.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/radios.h"
 #include "daemon/model/text.h"
 #include "daemon/model/validation.h"
@@ -7,6 +8,15 @@
 #include <algorithm>
 
 namespace TALO::Wifid {
+
+namespace {
+
+/// Whether it has a channel in the country.
+bool IsWorking(const State& state, const Capabilities& capabilities, RadioFrequency radio) {
+  return CheckIsWorking(state, capabilities, radio).Succeeded();
+}
+
+}  // namespace
 
 Result<void> CheckBackhaul(const State& state, const Wifi::BackhaulConfig& config) {
   if (!config.enable && config.ssid.empty() && config.password.empty()) {
@@ -30,7 +40,9 @@ RadioFrequency BackhaulRadio(const State& state, const Capabilities& capabilitie
   if (!IsTriBand(capabilities)) {
     return capabilities.radios.empty() ? RadioFrequency::Error : capabilities.radios.back().radio;
   }
-  return state.backhaulSwapped ? RadioFrequency::Band5GHz_1 : RadioFrequency::Band5GHz_2;
+  return state.backhaulSwapped || !IsWorking(state, capabilities, RadioFrequency::Band5GHz_2)
+             ? RadioFrequency::Band5GHz_1
+             : RadioFrequency::Band5GHz_2;
 }
 
 Result<Change<void>> ModifyBackhaul(const State& state, const Wifi::BackhaulConfig& config) {
@@ -76,6 +88,10 @@ Result<Change<void>> SwapBackhaulBand(const State& state, const Capabilities& ca
     return Refusal{ErrorCode::NotSupported, "the router " + NameOrNumber(capabilities.model) +
                                                 " does not have two 5 GHz radios, there is nothing to swap"};
   }
+  if (auto check = CheckIsWorking(state, capabilities, RadioFrequency::Band5GHz_2);
+      swap && !check.Succeeded()) {
+    return check.Why();
+  }
   Change<void> change{state};
   change.state.backhaulSwapped = swap;
   return change;
@@ -85,7 +101,7 @@ bool IsWifiAdjustNeeded(const State& state, const Capabilities& capabilities,
                         const std::vector<LiveRadio>& live) {
   const RadioFrequency backhaulRadio = BackhaulRadio(state, capabilities);
   return std::ranges::any_of(state.radios, [&](const RadioState& wanted) {
-    if (!wanted.enable) {
+    if (!wanted.enable || !IsWorking(state, capabilities, wanted.radio)) {
       return false;
     }
     const auto radio = std::ranges::find(live, wanted.radio, &LiveRadio::radio);

@@ -1,5 +1,6 @@
 #include "daemon/model/plan.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/mac_filter.h"
 #include "daemon/model/mesh.h"
 #include "daemon/model/passwords.h"
@@ -68,7 +69,7 @@ std::vector<RadioPlan> MakePlan(const State& state, const Capabilities& capabili
       continue;
     }
     RadioPlan plan{radio->radio,
-                   radio->enable,
+                   radio->enable && WhyOff(state.country, capability).empty(),
                    radio->channel,
                    radio->channelWidth,
                    radio->transmitPower,

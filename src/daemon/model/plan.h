@@ -85,7 +85,7 @@ struct RadioPlan {
 using NetworkOnRadio = std::pair<int, RadioFrequency>;
 
 /// What the state wants of every radio, in the order of the capabilities. What `scheduledOff` names is left
-/// out.
+/// out. A radio that has no channel in the country is not enabled, so that the others serve.
 std::vector<RadioPlan> MakePlan(const State& state, const Capabilities& capabilities,
                                 const std::set<NetworkOnRadio>& scheduledOff);
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <utility>
@@ -50,11 +51,11 @@ Result<void> CheckWindows(const NetworkSchedule& schedule) {
       return Refuse(schedule, "has the window " + Name(window) + ", which ends before it starts");
     }
   }
-  const auto overlap = std::ranges::adjacent_find(
+  const auto first = std::ranges::adjacent_find(
       sorted, [](const ScheduleWindow& a, const ScheduleWindow& b) { return b.start < a.end; });
-  if (overlap != sorted.end()) {
-    return Refuse(schedule,
-                  "has the windows " + Name(*overlap) + " and " + Name(*(overlap + 1)) + ", which overlap");
+  if (first != sorted.end()) {
+    const ScheduleWindow& second = *std::next(first);
+    return Refuse(schedule, "has the windows " + Name(*first) + " and " + Name(second) + ", which overlap");
   }
   return {};
 }

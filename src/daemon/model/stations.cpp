@@ -1,5 +1,6 @@
 #include "daemon/model/stations.h"
 
+#include "daemon/model/country.h"
 #include "daemon/model/text.h"
 #include "daemon/model/validation.h"
 #include "values/enum_names.h"
@@ -112,6 +113,9 @@ Result<Change<void>> ModifyStation(const State& state, const Capabilities& capab
     return Invalid("this router has no radio " + NameOrNumber(setting.radio) + " for a station");
   }
   if (auto check = CheckStation(setting); !check.Succeeded()) {
+    return check.Why();
+  }
+  if (auto check = CheckIsWorking(state, capabilities, setting.radio); setting.enable && !check.Succeeded()) {
     return check.Why();
   }
   Change<void> change{state};

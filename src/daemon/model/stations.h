@@ -22,7 +22,8 @@ std::string BackhaulStationInterface(const RadioCapability& radio);
 Result<void> CheckStation(const Wifi::StationSetting& setting);
 
 /// The record must pass CheckStation, and its radio be one of this router (`SmartConnect`, `Error` and bands
-/// it does not have are InvalidArgument).
+/// it does not have are InvalidArgument). NotSupported for one that is enabled on a radio without a channel
+/// in the country.
 Result<Change<void>> ModifyStation(const State& state, const Capabilities& capabilities,
                                    const Wifi::StationSetting& setting);
 

@@ -35,7 +35,7 @@ Result<void> CheckPlan(const RadioPlan& plan, const RadioCapability& radio,
     return failed(name + " has no channel " + std::to_string(plan.channel));
   }
   if (plan.enable) {
-    const std::vector<int> usable = UsableChannels(plan.country, radio);
+    const std::vector<int> usable = ChannelsIn(plan.country, radio);
     if (usable.empty() ||
         (plan.channel != kAutomaticChannel && !std::ranges::binary_search(usable, plan.channel))) {
       return failed(name + " may not use " +

@@ -85,7 +85,8 @@ class RadioDriver {
 
   /// Opens WPS push button on a BSS that is up (RadioFailed else). It ends by a WPSFinished event: after an
   /// enrollee, after 120 seconds, when two enrollees overlap, or when cancelled, as by the BSS going down.
-  /// NotSupported for a security mode without WPS, Busy while a session runs.
+  /// NotSupported for a security mode without WPS and
+  /// a BSS that is hidden or the backhaul's where the driver cannot open it there, Busy while a session runs.
   virtual void StartWPS(const std::string& interface, Done done) = 0;
 
   /// Ends the session of an interface. NotAllowed where none runs.

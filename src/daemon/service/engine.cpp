@@ -7,7 +7,7 @@
 
 namespace TALO::Wifid {
 
-Engine::Engine(Doors doors, State state) : doors_(doors), state_(std::move(state)) {}
+Engine::Engine(const Doors& doors, State state) : doors_(doors), state_(std::move(state)) {}
 
 RadioQueue::Radios Engine::AllRadios() const {
   Radios radios;
@@ -30,27 +30,53 @@ void Engine::Start(std::function<void()> done) {
   });
 }
 
-Result<void> Engine::Save(const State& state) {
-  auto saved = doors_.store.Save(state);
-  saveOwed_ = !saved.Succeeded();
-  return saved;
+void Engine::WhenSettled(std::function<void()> action) {
+  if (saving_) {
+    unsettled_.push_back(std::move(action));
+  } else {
+    action();
+  }
+}
+
+void Engine::Save(const State& state, Finish finish) {
+  saving_ = true;
+  doors_.store.Save(state, [this, finish = std::move(finish)](const Result<void>& saved) {
+    saving_ = false;
+    saveOwed_ = !saved.Succeeded();
+    finish(saved);
+    while (!saving_ && !unsettled_.empty()) {
+      const auto next = std::move(unsettled_.front());
+      unsettled_.pop_front();
+      next();
+    }
+  });
 }
 
 void Engine::Commit(const Radios& radios, const State& next, Finish finish) {
-  if (next != state_ || saveOwed_) {
-    if (const auto saved = Save(next); !saved.Succeeded()) {
+  if (next == state_ && !saveOwed_) {
+    // Nothing to store; but a radio that failed before may not be as the state says.
+    PutInForce(radios, next, std::move(finish));
+    return;
+  }
+  Save(next, [this, radios, next, finish = std::move(finish)](const Result<void>& saved) {
+    if (!saved.Succeeded()) {
       doors_.log.Write(Severity::Error, saved.Why().sentence, {.messageId = MessageIds::kNotStored});
       finish(saved);
       return;
     }
-  }
-  // Also where the state stays as it is: a radio that failed before may not be as it says.
+    PutInForce(radios, next, finish);
+  });
+}
+
+void Engine::PutInForce(const Radios& radios, const State& next, Finish finish) {
   const State before = std::exchange(state_, next);
   scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
   Apply(radios, ApplyMode::WhatDiffers,
         [this, radios, before, next, finish = std::move(finish)](const Result<void>& applied) {
           if (!applied.Succeeded()) {
-            RollBack(radios, before, next, applied.Why(), finish);
+            WhenSettled([this, radios, before, next, why = applied.Why(), finish] {
+              RollBack(radios, before, next, why, finish);
+            });
             return;
           }
           if (before.networks != next.networks) {
@@ -66,16 +92,18 @@ void Engine::RollBack(const Radios& radios, const State& before, const State& af
   // Not simply `before`: changes on other radios may have come to stay meanwhile.
   state_ = Revert(state_, before, after);
   scheduledOff_ = ScheduledOff(state_, doors_.clock.WallNow(), doors_.calendar);
-  if (const auto saved = Save(state_); !saved.Succeeded()) {
-    doors_.log.Write(Severity::Critical, "a change that failed stays stored: " + saved.Why().sentence,
-                     {.messageId = MessageIds::kNotUndone});
-  }
-  Apply(radios, ApplyMode::WhatDiffers, [this, why, finish = std::move(finish)](const Result<void>& back) {
-    if (!back.Succeeded()) {
-      doors_.log.Write(Severity::Critical, "the radios are not back as they were: " + back.Why().sentence,
+  Save(state_, [this, radios, why, finish = std::move(finish)](const Result<void>& saved) {
+    if (!saved.Succeeded()) {
+      doors_.log.Write(Severity::Critical, "a change that failed stays stored: " + saved.Why().sentence,
                        {.messageId = MessageIds::kNotUndone});
     }
-    finish(why);
+    Apply(radios, ApplyMode::WhatDiffers, [this, why, finish](const Result<void>& back) {
+      if (!back.Succeeded()) {
+        doors_.log.Write(Severity::Critical, "the radios are not back as they were: " + back.Why().sentence,
+                         {.messageId = MessageIds::kNotUndone});
+      }
+      finish(why);
+    });
   });
 }
 
@@ -147,12 +175,16 @@ void Engine::EvaluateSchedules(Done<void> done) {
 void Engine::End(std::function<void()> done) {
   ending_ = true;
   queue_.WhenEmpty([this, done = std::move(done)] {
-    if (saveOwed_) {
-      if (const auto saved = Save(state_); !saved.Succeeded()) {
+    if (!saveOwed_) {
+      done();
+      return;
+    }
+    Save(state_, [this, done](const Result<void>& saved) {
+      if (!saved.Succeeded()) {
         doors_.log.Write(Severity::Critical, saved.Why().sentence);
       }
-    }
-    done();
+      done();
+    });
   });
 }
 

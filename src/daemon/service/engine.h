@@ -11,8 +11,9 @@
 #include "daemon/service/done.h"
 #include "daemon/service/log.h"
 #include "daemon/service/radio_queue.h"
-#include "daemon/store/state_store.h"
+#include "daemon/store/state_writer.h"
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -25,7 +26,8 @@ namespace TALO::Wifid {
 /// Holds the state and carries changes through: validate, make the new state, store it durably, apply it to
 /// the radios, announce, answer. A success that it reports is stored and in the air; a change that fails at
 /// any step leaves state, store and radios as they were. Changes that touch a radio in common go through one
-/// after the other; others pass. Questions are answered at once.
+/// after the other; others pass, but for the moment in which a state is stored: the next is made from it.
+/// Questions are answered at once, from the state in force.
 class Engine {
  public:
   template <typename Answer>
@@ -35,7 +37,7 @@ class Engine {
   using Radios = RadioQueue::Radios;
 
   struct Doors {
-    StateStore& store;
+    StateWriter& store;
     RadioDriver& driver;
     Clock& clock;
     const Calendar& calendar;
@@ -43,7 +45,7 @@ class Engine {
     Log& log;
   };
 
-  Engine(Doors doors, State state);
+  Engine(const Doors& doors, State state);
 
   /// Brings the radios to the state; call once, before anything else. A radio that fails is logged and left
   /// for Restart().
@@ -67,26 +69,7 @@ class Engine {
   template <typename Answer>
   void Make(const Radios& radios, Rule<Answer> rule, Done<Answer> done) {
     queue_.Enter(radios, [this, radios, rule = std::move(rule), done = std::move(done)](auto ticket) {
-      if (IsTooLate(ticket, done)) {
-        return;
-      }
-      auto change = rule(state_);
-      if (!change.Succeeded()) {
-        done(change.Why());
-        queue_.Leave(ticket);
-        return;
-      }
-      auto made = std::make_shared<Change<Answer>>(std::move(change.Value()));
-      Commit(radios, made->state, [this, ticket, made, done](const Result<void>& committed) {
-        if (!committed.Succeeded()) {
-          done(committed.Why());
-        } else if constexpr (std::is_void_v<Answer>) {
-          done({});
-        } else {
-          done(made->answer);
-        }
-        queue_.Leave(ticket);
-      });
+      WhenSettled([this, ticket, radios, rule, done] { MakeNow<Answer>(ticket, radios, rule, done); });
     });
   }
 
@@ -126,9 +109,40 @@ class Engine {
     queue_.Leave(ticket);
     return true;
   }
-  Result<void> Save(const State& state);
+
+  /// A change whose turn has come, while nothing is being saved.
+  template <typename Answer>
+  void MakeNow(RadioQueue::Ticket ticket, const Radios& radios, const Rule<Answer>& rule,
+               const Done<Answer>& done) {
+    if (IsTooLate(ticket, done)) {
+      return;
+    }
+    auto change = rule(state_);
+    if (!change.Succeeded()) {
+      done(change.Why());
+      queue_.Leave(ticket);
+      return;
+    }
+    auto made = std::make_shared<Change<Answer>>(std::move(change.Value()));
+    Commit(radios, made->state, [this, ticket, made, done](const Result<void>& committed) {
+      if (!committed.Succeeded()) {
+        done(committed.Why());
+      } else if constexpr (std::is_void_v<Answer>) {
+        done({});
+      } else {
+        done(made->answer);
+      }
+      queue_.Leave(ticket);
+    });
+  }
+
+  /// Does something that makes a new state once no other is on its way to the store, in the order asked for.
+  void WhenSettled(std::function<void()> action);
+  void Save(const State& state, Finish finish);
 
   void Commit(const Radios& radios, const State& next, Finish finish);
+  /// The second half: it is stored and in force from here on.
+  void PutInForce(const Radios& radios, const State& next, Finish finish);
   void RollBack(const Radios& radios, const State& before, const State& after, const Refusal& why,
                 Finish finish);
   /// Applies the plans of those radios that are not as planned, or of all with ApplyMode::Everything; answers
@@ -141,6 +155,8 @@ class Engine {
   std::set<NetworkOnRadio> scheduledOff_;
   std::map<RadioFrequency, RadioPlan> applied_;  ///< as the radio stands; absent where it is not known
   RadioQueue queue_;
+  bool saving_ = false;
+  std::deque<std::function<void()>> unsettled_;  ///< wait until the save is done
   bool saveOwed_ = false;  ///< the store failed last, and may hold something else than is in force
   bool ending_ = false;
 };

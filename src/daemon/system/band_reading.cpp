@@ -10,6 +10,7 @@ namespace TALO::Wifid {
 namespace {
 
 constexpr int kMillibelsPerDecibel = 100;
+constexpr int kLowestFrequency = 2412;
 
 // IEEE 802.11: HT Capability Information, VHT Capabilities Information, HE PHY Capabilities.
 constexpr unsigned kHT40 = 0x0002;
@@ -47,7 +48,7 @@ int AllowedWidth(const Attributes& channel) {
 void BandReading::TakeChannel(const Attributes& channel) {
   const int frequency =
       static_cast<int>(channel.Number<std::uint32_t>(NL80211_FREQUENCY_ATTR_FREQ).value_or(0));
-  if (frequency == 0) {
+  if (frequency < kLowestFrequency) {
     return;
   }
   const auto power = channel.Number<std::uint32_t>(NL80211_FREQUENCY_ATTR_MAX_TX_POWER).value_or(0);
@@ -99,6 +100,7 @@ WiphyBand BandReading::Finish(int band) const {
   finished.maximumWidth = MaximumWidth(band == NL80211_BAND_5GHZ);
   finished.highThroughput = highThroughput_.has_value();
   finished.veryHighThroughput = veryHighThroughput_.has_value();
+  finished.veryHighThroughput160 = (veryHighThroughput_.value_or(0) & kVHT160) != 0;
   finished.highEfficiency = highEfficiency_.has_value();
   for (const auto& [frequency, channel] : channels_) {
     finished.channels.push_back(channel);

@@ -27,15 +27,26 @@ std::string Describe(int status) {
 
 class ChildProcess final : public Child {
  public:
-  ChildProcess(const Loop& loop, const Children::Program& program, Children::LineSink line,
+  ChildProcess(const Loop& loop, EndingPrograms& endings, Children::Program program, Children::LineSink line,
                Children::EndSink ended)
-      : program_(program), line_(std::move(line)), ended_(std::move(ended)) {
-    output_.emplace(loop, program_.Output(), EPOLLIN, [this] {
+      : endings_(endings),
+        program_(std::move(program)),
+        running_(std::make_unique<RunningProgram>(program_)),
+        line_(std::move(line)),
+        ended_(std::move(ended)) {
+    output_.emplace(loop, running_->Output(), EPOLLIN, [this] {
       Lines lines;
       ReadPiece(lines);
       PassOn(lines);
     });
-    end_.emplace(loop, program_.End(), EPOLLIN, [this] { End(); });
+    end_.emplace(loop, running_->End(), EPOLLIN, [this] { End(); });
+  }
+  ChildProcess(const ChildProcess&) = delete;
+  ChildProcess& operator=(const ChildProcess&) = delete;
+  ~ChildProcess() override {
+    output_.reset();
+    end_.reset();
+    endings_.Take(program_, std::move(running_));
   }
 
  private:
@@ -45,7 +56,7 @@ class ChildProcess final : public Child {
   /// is none.
   bool ReadPiece(Lines& lines) {
     std::array<char, 16384> piece{};
-    const ssize_t got = read(program_.Output(), piece.data(), piece.size());
+    const ssize_t got = read(running_->Output(), piece.data(), piece.size());
     if (got > 0) {
       Append(lines, cutter_.Take(std::string_view(piece.data(), static_cast<std::size_t>(got))));
     } else if (got == 0 || errno != EAGAIN) {
@@ -74,7 +85,8 @@ class ChildProcess final : public Child {
   void End() {
     constexpr int kMaximumPieces = 64;
     end_.reset();
-    const int status = program_.Reap();
+    running_->Kill();
+    const std::optional<int> status = running_->Reap();
     Lines lines;
     for (int pieces = 0; pieces < kMaximumPieces && ReadPiece(lines); ++pieces) {
     }
@@ -82,11 +94,13 @@ class ChildProcess final : public Child {
     Append(lines, cutter_.TakeRest());
     if (PassOn(lines)) {
       const Children::EndSink ended = std::move(ended_);
-      ended(Describe(status));
+      ended(status ? Describe(*status) : "nobody knows how yet");
     }
   }
 
-  RunningProgram program_;
+  EndingPrograms& endings_;
+  Children::Program program_;
+  std::unique_ptr<RunningProgram> running_;
   Children::LineSink line_;
   Children::EndSink ended_;
   LineCutter cutter_;
@@ -98,9 +112,14 @@ class ChildProcess final : public Child {
 }  // namespace
 
 Result<std::unique_ptr<Child>> ChildProcesses::Start(const Program& program, LineSink line, EndSink ended) {
+  if (endings_.Has(program)) {
+    return Refusal{ErrorCode::RadioFailed, "the program " + program.path +
+                                               " cannot be started: the one before was killed and is not "
+                                               "gone yet"};
+  }
   try {
     return std::unique_ptr<Child>(
-        std::make_unique<ChildProcess>(loop_, program, std::move(line), std::move(ended)));
+        std::make_unique<ChildProcess>(loop_, endings_, program, std::move(line), std::move(ended)));
   } catch (const std::system_error& failure) {
     return Refusal{ErrorCode::RadioFailed, failure.what()};
   }

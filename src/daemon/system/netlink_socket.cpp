@@ -1,7 +1,8 @@
 #include "daemon/system/netlink_socket.h"
 
+#include "daemon/system/readable.h"
+
 #include <sys/socket.h>
-#include <sys/time.h>
 
 #include <linux/netlink.h>
 #include <netlink/errno.h>
@@ -29,9 +30,15 @@ struct FreeCallbacks {
 };
 using Callbacks = std::unique_ptr<nl_cb, FreeCallbacks>;
 
+using Clock = std::chrono::steady_clock;
+
 /// What came so far.
 struct Answer {
+  std::uint32_t number = 0;  ///< of the question
+  Clock::time_point deadline;
   Messages messages;
+  bool changed = false;  ///< the list, while it was told
+  bool late = false;     ///< what came after the deadline was left out
   bool whole = false;
   int error = 0;      ///< the kernel's, as errno
   std::string words;  ///< the kernel's own, where it has any
@@ -39,6 +46,21 @@ struct Answer {
 
 std::string BytesOf(const nlmsghdr* header) {
   return {reinterpret_cast<const char*>(header), header->nlmsg_len};
+}
+
+/// The first to see a message. Some may come without end, of one answer or of those before.
+int OnAnything(nl_msg* message, void* self) {
+  auto& answer = *static_cast<Answer*>(self);
+  answer.late = Clock::now() >= answer.deadline;
+  if (answer.late) {
+    return NL_STOP;
+  }
+  return nlmsg_hdr(message)->nlmsg_seq == answer.number ? NL_OK : NL_SKIP;
+}
+
+int OnChangedList(nl_msg*, void* answer) {
+  static_cast<Answer*>(answer)->changed = true;
+  return NL_OK;
 }
 
 int OnMessage(nl_msg* message, void* answer) {
@@ -75,7 +97,9 @@ int OnError(sockaddr_nl*, nlmsgerr* error, void* self) {
 
 Callbacks CallbacksFor(Answer& answer) {
   Callbacks callbacks(nl_cb_alloc(NL_CB_DEFAULT));
-  if (!callbacks || nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, OnMessage, &answer) < 0 ||
+  if (!callbacks || nl_cb_set(callbacks.get(), NL_CB_SEQ_CHECK, NL_CB_CUSTOM, OnAnything, &answer) < 0 ||
+      nl_cb_set(callbacks.get(), NL_CB_DUMP_INTR, NL_CB_CUSTOM, OnChangedList, &answer) < 0 ||
+      nl_cb_set(callbacks.get(), NL_CB_VALID, NL_CB_CUSTOM, OnMessage, &answer) < 0 ||
       nl_cb_set(callbacks.get(), NL_CB_ACK, NL_CB_CUSTOM, OnAcknowledged, &answer) < 0 ||
       nl_cb_set(callbacks.get(), NL_CB_FINISH, NL_CB_CUSTOM, OnListEnd, &answer) < 0 ||
       nl_cb_err(callbacks.get(), NL_CB_CUSTOM, OnError, &answer) < 0) {
@@ -84,7 +108,7 @@ Callbacks CallbacksFor(Answer& answer) {
   return callbacks;
 }
 
-SocketHandle Connect(int protocol, std::chrono::milliseconds patience) {
+SocketHandle Connect(int protocol) {
   SocketHandle socket(nl_socket_alloc());
   if (!socket) {
     throw std::bad_alloc();
@@ -94,33 +118,36 @@ SocketHandle Connect(int protocol, std::chrono::milliseconds patience) {
   if (const int connected = nl_connect(socket.get(), protocol); connected < 0) {
     ThrowNetlink(connected);
   }
+  if (const int set = nl_socket_set_nonblocking(socket.get()); set < 0) {
+    ThrowNetlink(set);
+  }
   const int descriptor = nl_socket_get_fd(socket.get());
   constexpr int kOn = 1;
-  constexpr int kMicrosecondsPerMillisecond = 1000;
-  const auto whole = std::chrono::duration_cast<std::chrono::seconds>(patience);
-  const timeval time{whole.count(), (patience - whole).count() * kMicrosecondsPerMillisecond};
-  if (setsockopt(descriptor, SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time) != 0 ||
-      setsockopt(descriptor, SOL_NETLINK, NETLINK_CAP_ACK, &kOn, sizeof kOn) != 0 ||
+  if (setsockopt(descriptor, SOL_NETLINK, NETLINK_CAP_ACK, &kOn, sizeof kOn) != 0 ||
       setsockopt(descriptor, SOL_NETLINK, NETLINK_EXT_ACK, &kOn, sizeof kOn) != 0) {
     throw std::system_error(errno, std::generic_category());
   }
   return socket;
 }
 
-/// Nothing where the list changed meanwhile.
-std::optional<Answer> AskOnce(nl_sock* socket, nl_msg* request) {
-  nlmsg_hdr(request)->nlmsg_seq = NL_AUTO_SEQ;
+void Send(nl_sock* socket, nl_msg* request, std::uint32_t number) {
+  nlmsg_hdr(request)->nlmsg_seq = number;
   if (const int sent = nl_send_auto(socket, request); sent < 0) {
     ThrowNetlink(sent);
   }
+}
+
+Answer Receive(nl_sock* socket, std::uint32_t number, Clock::time_point deadline) {
   Answer answer;
+  answer.number = number;
+  answer.deadline = deadline;
   const Callbacks callbacks = CallbacksFor(answer);
   while (!answer.whole) {
-    const int received = nl_recvmsgs(socket, callbacks.get());
-    if (received == -NLE_DUMP_INTR) {
-      return std::nullopt;
+    if (answer.late || !WaitUntilReadable(nl_socket_get_fd(socket), deadline)) {
+      throw std::system_error(std::make_error_code(std::errc::timed_out));
     }
-    if (received < 0 && answer.error == 0) {
+    const int received = nl_recvmsgs(socket, callbacks.get());
+    if (received < 0 && received != -NLE_AGAIN && answer.error == 0) {
       ThrowNetlink(received);
     }
   }
@@ -132,29 +159,31 @@ std::optional<Answer> AskOnce(nl_sock* socket, nl_msg* request) {
 void FreeSocket::operator()(nl_sock* socket) const noexcept { nl_socket_free(socket); }
 
 void ThrowNetlink(int failure) {
-  throw std::system_error(-failure == NLE_AGAIN ? ETIMEDOUT : EIO, std::generic_category(),
-                          nl_geterror(failure));
+  throw std::system_error(EIO, std::generic_category(), nl_geterror(failure));
 }
 
 nl_sock* NetlinkSocket::Get() {
   if (!socket_) {
-    socket_ = Connect(protocol_, patience_);
+    socket_ = Connect(protocol_);
   }
   return socket_.get();
 }
 
 Messages NetlinkSocket::Ask(const NetlinkRequest& request) {
+  std::optional<Clock::time_point> deadline;
   std::optional<Answer> answer;
-  for (int tries = 0; tries < kMostTries && !answer; ++tries) {
+  for (int tries = 0; tries < kMostTries && (!answer || answer->changed); ++tries) {
     try {
-      answer = AskOnce(Get(), request.Get());
+      Send(Get(), request.Get(), ++lastNumber_);
+      deadline = deadline.value_or(Clock::now() + patience_);
+      answer = Receive(Get(), lastNumber_, *deadline);
     } catch (const std::system_error&) {
-      // What still comes on this one is no answer to the next question.
+      // What still comes on this one would be passed over, but takes time.
       socket_.reset();
       throw;
     }
   }
-  if (!answer) {
+  if (answer->changed) {
     ThrowNetlink(-NLE_DUMP_INTR);
   }
   if (answer->error != 0) {

@@ -128,26 +128,27 @@ RunningProgram::RunningProgram(const Children::Program& program) {
   end_ = Descriptor(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)));
   const int error = end_.IsOpen() ? WaitForExec(failures.reader) : errno;
   if (error != 0) {
-    Reap();
+    // It is about to end and holds nothing that could keep it.
+    Kill();
+    waitpid(id_, nullptr, 0);
     ThrowErrno(failed, error);
   }
 }
 
-RunningProgram::~RunningProgram() {
-  if (id_ > 0) {
-    Reap();
+void RunningProgram::Kill() {
+  // Until it is reaped its number is nobody else's. Its session is not there yet where it never ran.
+  if (!status_) {
+    kill(-id_, SIGKILL);
+    kill(id_, SIGKILL);
   }
 }
 
-int RunningProgram::Reap() {
-  // Until it is reaped its number is nobody else's. Its session is not there yet where it never ran.
-  kill(-id_, SIGKILL);
-  kill(id_, SIGKILL);
+std::optional<int> RunningProgram::Reap() {
   int status = 0;
-  while (waitpid(id_, &status, 0) < 0 && errno == EINTR) {
+  if (!status_ && waitpid(id_, &status, WNOHANG) == id_) {
+    status_ = status;
   }
-  id_ = -1;
-  return status;
+  return status_;
 }
 
 }  // namespace TALO::Wifid

@@ -6,6 +6,7 @@
 #include <linux/nl80211.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -118,7 +119,10 @@ std::vector<ChannelSurvey> ReadSurvey(const Messages& messages) {
 }
 
 std::string ReadCountry(const Messages& messages) {
-  return messages.empty() ? "" : Attributes(messages[0], GENL_HDRLEN).Text(NL80211_ATTR_REG_ALPHA2);
+  constexpr std::size_t kLetters = 2;
+  const std::string code =
+      messages.empty() ? "" : Attributes(messages[0], GENL_HDRLEN).Text(NL80211_ATTR_REG_ALPHA2);
+  return code.size() == kLetters ? code : "";
 }
 
 bool IsCountryChange(const std::string& message) {

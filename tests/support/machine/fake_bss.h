@@ -46,6 +46,8 @@ class FakeBSS {
   bool LetsIn(const FakeDevice& device);
 
   const std::string& GetSSID() const { return ssid_; }
+  /// Not one that only holds its radio.
+  bool Sends() const { return sends_; }
   bool IsHidden() const { return beaconHides_; }
   bool HasPushButton() const { return wps_; }
   bool IsOpenForPushButton() const { return pushButton_; }
@@ -68,6 +70,7 @@ class FakeBSS {
   std::string passphrase_;  ///< as it was set
   std::string key_;         ///< that WPA2 goes by: of the passphrase when it was loaded
   std::string saePassword_;
+  bool sends_;
   bool hides_;
   bool beaconHides_;
   bool wps_;

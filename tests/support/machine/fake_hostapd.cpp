@@ -139,7 +139,11 @@ std::string FakeHostapd::AddRadio(const Wiphy& wiphy, const FakeBSSFile& file) {
                   (channel && channel->listenOnly ? " NO-IR" : ""));
   }
   kernel_.SetType(interface, InterfaceType::AccessPoint);
+  if (const auto joined = kernel_.SetBridge(interface, file.Get("bridge")); !joined.Succeeded()) {
+    return Refuse(joined.Why().sentence);
+  }
   Take(radios_[wiphy.name], file);
+  LetDevicesJoin();
   return kOk;
 }
 
@@ -213,7 +217,7 @@ std::string FakeHostapd::Remove(const std::string& interface) {
       Clear(name);
       TellOf(name, "AP-DISABLED ");
       TellOf(name, "CTRL-EVENT-TERMINATING ");
-      if (last == entries.begin()) {
+      if (last == entries.begin() && kernel_.HasInterface(name)) {
         kernel_.SetType(name, InterfaceType::Station);
         kernel_.SetChannel(name, 0, 0);
       } else {
@@ -274,8 +278,7 @@ void FakeHostapd::LetDevicesJoin() {
     for (const auto& device : devices) {
       for (const auto& [phy, radio] : radios_) {
         for (const Entry& entry : radio) {
-          if (device->on.empty() && entry.interface != radio.front().interface &&
-              entry.bss->LetsIn(*device)) {
+          if (device->on.empty() && entry.bss->Sends() && entry.bss->LetsIn(*device)) {
             device->on = entry.interface;
             kernel_.Link(entry.interface, device->address);
             TellOf(entry.interface, "AP-STA-CONNECTED " + device->address.ToString());

@@ -32,6 +32,7 @@ class FakeHostapd final : public FakeProgram {
   void PressTwoButtons(const std::string& interface);
   /// The hardware takes an interface away.
   void LoseInterface(const std::string& interface);
+  void TellOf(const std::string& interface, const std::string& message);
   /// A device comes near.
   FakeDevice& Bring(FakeDevice device);
   void Leave(FakeDevice& device);
@@ -55,7 +56,6 @@ class FakeHostapd final : public FakeProgram {
   std::string Refuse(const std::string& why);
   std::string Remove(const std::string& interface);
   void Take(Radio& radio, const FakeBSSFile& file);
-  void TellOf(const std::string& interface, const std::string& message);
   void Clear(const std::string& interface);
   void Drop(const std::string& interface, const Wifi::Util::MACAddress& station);
   void LetDevicesJoin();

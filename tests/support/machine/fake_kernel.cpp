@@ -178,9 +178,9 @@ std::vector<LinkedStation> FakeKernel::GetStations(const std::string& interface)
   std::vector<LinkedStation> stations;
   const auto found = interfaces_.find(interface);
   if (found != interfaces_.end()) {
-    for (const auto& [address, since] : found->second.links) {
-      stations.push_back(
-          {address, true, -50, 300, 240, static_cast<int>((timers_.Now() - since).count() / 1000)});
+    for (const auto& [address, link] : found->second.links) {
+      stations.push_back({address, link.authorized, -50, 300, 240,
+                          static_cast<int>((timers_.Now() - link.since).count() / 1000)});
     }
   }
   return stations;
@@ -258,8 +258,8 @@ void FakeKernel::SetChannel(const std::string& name, int frequency, int width) {
   about.channelWidth = width;
 }
 
-void FakeKernel::Link(const std::string& interface, const MACAddress& station) {
-  interfaces_.at(interface).links[station] = timers_.Now();
+void FakeKernel::Link(const std::string& interface, const MACAddress& station, bool authorized) {
+  interfaces_.at(interface).links[station] = {timers_.Now(), authorized};
 }
 
 void FakeKernel::Unlink(const std::string& interface, const MACAddress& station) {

@@ -41,7 +41,7 @@ class FakeKernel final : public Kernel {
   void SetType(const std::string& name, InterfaceType type);
   /// Zeros where it has none.
   void SetChannel(const std::string& name, int frequency, int width);
-  void Link(const std::string& interface, const Wifi::Util::MACAddress& station);
+  void Link(const std::string& interface, const Wifi::Util::MACAddress& station, bool authorized = true);
   void Unlink(const std::string& interface, const Wifi::Util::MACAddress& station);
   /// Another country, by whoever.
   void EnforceCountry(const std::string& code);
@@ -58,11 +58,15 @@ class FakeKernel final : public Kernel {
   std::vector<std::string> countryRequests;
 
  private:
+  struct FakeLink {
+    Timers::Duration since{};
+    bool authorized = true;
+  };
   struct Interface {
     WirelessInterface about;
     bool fourAddress = false;
     std::string bridge;
-    std::map<Wifi::Util::MACAddress, Timers::Duration> links;  ///< since when
+    std::map<Wifi::Util::MACAddress, FakeLink> links;
   };
 
   void Question(const std::string& name) const;

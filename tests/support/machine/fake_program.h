@@ -31,6 +31,8 @@ class FakeProgram : public ControlServer {
   void Print(const std::string& line);
   /// To all that have attached.
   void Tell(const std::string& message) { sockets_.Tell(path_, message); }
+  /// Nobody hears anything until he attaches again.
+  void DetachAll() { sockets_.DetachAll(path_); }
 
   Timers::Duration startsAfter{30};
   std::string startFailure;  ///< why it cannot be started, where that is so
@@ -38,7 +40,7 @@ class FakeProgram : public ControlServer {
   /// Answered in the place of what it would, and once; the request is not carried out.
   std::map<std::string, std::string> oddAnswers;
   std::string diesOf;                 ///< the request that ends it, killed by signal 11
-  std::vector<std::string> requests;  ///< but PING
+  std::vector<std::string> requests;  ///< but PING and ATTACH
 
  protected:
   virtual std::string Obey(const std::string& request) = 0;

@@ -1,5 +1,6 @@
 #include "support/machine/fake_sockets.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -27,12 +28,10 @@ class FakeSockets::Connection final : public ControlSocket {
         give(kLatency, Refusal{ErrorCode::RadioFailed, "Connection refused"});
         return;
       }
-      if (request == "ATTACH") {
-        peer->attached.push_back(alive);
-        give(kLatency, std::string("OK\n"));
-        return;
-      }
       const std::optional<std::string> said = peer->server->Answer(request);
+      if (said == "OK\n" && request == "ATTACH") {
+        peer->Attach(alive);
+      }
       if (said) {
         give(kLatency, *said);
       } else {
@@ -62,13 +61,22 @@ void FakeSockets::Listen(const std::string& path, ControlServer& server) {
 
 void FakeSockets::Close(const std::string& path) { listeners_.erase(path); }
 
+void FakeSockets::DetachAll(const std::string& path) { listeners_.at(path)->attached.clear(); }
+
+void FakeSockets::Listener::Attach(const std::weak_ptr<MessageSink>& sink) {
+  const auto isSame = [&sink](const auto& each) { return each.lock() == sink.lock(); };
+  if (std::ranges::none_of(attached, isSame)) {
+    attached.push_back(sink);
+  }
+}
+
 void FakeSockets::Tell(const std::string& path, const std::string& message) {
   const auto listener = listeners_.find(path);
   if (listener == listeners_.end()) {
     return;
   }
   for (const std::weak_ptr<MessageSink>& each : listener->second->attached) {
-    timers_.After(kLatency, [each, message] {
+    timers_.After(messageLatency, [each, message] {
       if (const auto sink = each.lock()) {
         (*sink)(message);
       }

@@ -34,14 +34,20 @@ class FakeSockets final : public ControlSockets {
   void Listen(const std::string& path, ControlServer& server);
   /// Nobody listens any more. Those that are connected find out when they ask.
   void Close(const std::string& path);
-  /// Tells all that have attached.
+  /// Whoever listens there tells nobody any more until he attaches again, as after failing to reach him.
+  void DetachAll(const std::string& path);
+  /// Tells all that have attached, each once.
   void Tell(const std::string& path, const std::string& message);
+
+  Timers::Duration messageLatency = kLatency;  ///< of what is told without being asked
 
  private:
   class Connection;
   struct Listener {
     ControlServer* server = nullptr;
     std::vector<std::weak_ptr<MessageSink>> attached;
+
+    void Attach(const std::weak_ptr<MessageSink>& sink);
   };
 
   Timers& timers_;

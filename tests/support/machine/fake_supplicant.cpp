@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <sstream>
+#include <utility>
 
 namespace TALO::Wifid {
 
@@ -119,8 +120,14 @@ std::string FakeSupplicant::ObeyOn(const std::string& name, Interface& interface
     if (interface.scanning) {
       return "FAIL-BUSY\n";
     }
+    if (!command.ends_with(" use_id=1")) {
+      Listen(name);
+      return kOk;
+    }
+    const std::string id = std::to_string(++lastScan_);
+    interface.scanId = "id=" + id;
     Listen(name);
-    return kOk;
+    return id + "\n";
   }
   if (command.starts_with(kList)) {
     return List(command.substr(kList.size()));
@@ -143,16 +150,24 @@ std::string FakeSupplicant::ObeyOn(const std::string& name, Interface& interface
   return kFail;
 }
 
-// From an ID on, up to the longest list; whoever wants more asks on.
-std::string FakeSupplicant::List(const std::string& range) const {
-  const std::size_t first = range.starts_with("ALL") ? 0 : std::stoul(range);
+// From an ID on, up to the longest list or what no answer holds; whoever wants more asks on.
+std::string FakeSupplicant::List(const std::string& asked) const {
+  constexpr std::string_view kMask = "MASK=";
+  constexpr unsigned long kElements = 0x400;
+  const std::size_t first = asked.starts_with("ALL") ? 0 : std::stoul(asked);
+  const bool wantsElements =
+      (std::stoul(asked.substr(asked.find(kMask) + kMask.size()), nullptr, 16) & kElements) != 0;
   std::string list;
   for (std::size_t id = first; id < std::min(air.size(), first + longestList); ++id) {
     const FakeAccessPoint& each = air[id];
+    if (each.tellsTooMuch && wantsElements) {
+      break;
+    }
     list += "id=" + std::to_string(id) + "\nbssid=" + each.bssid.ToString() +
             "\nfreq=" + std::to_string(each.frequency) + "\nlevel=" + std::to_string(each.signal) +
-            "\nage=0\nie=\nflags=" + (each.passphrase.empty() ? "" : "[WPA2-PSK-CCMP]") +
-            "[ESS]\nssid=" + each.ssid + "\n====\n";
+            "\nage=0" + (wantsElements ? "\nie=" : "") +
+            "\nflags=" + (each.passphrase.empty() ? "" : "[WPA2-PSK-CCMP]") + "[ESS]\nssid=" + each.ssid +
+            "\n====\n";
   }
   return list.empty() ? list : list.substr(0, list.size() - 5) + "####\n";
 }
@@ -163,13 +178,20 @@ void FakeSupplicant::Listen(const std::string& name) {
   if (scansForEver) {
     return;
   }
-  After(kTimeToScan, [this, name] {
-    const auto interface = interfaces_.find(name);
-    if (interface != interfaces_.end()) {
-      interface->second.scanning = false;
-      TellOf(name, cannotScan ? "CTRL-EVENT-SCAN-FAILED ret=-95" : "CTRL-EVENT-SCAN-RESULTS ");
-    }
-  });
+  if (scansAtOnce) {
+    EndListening(name);
+  } else {
+    After(kTimeToScan, [this, name] { EndListening(name); });
+  }
+}
+
+void FakeSupplicant::EndListening(const std::string& name) {
+  const auto interface = interfaces_.find(name);
+  if (interface != interfaces_.end()) {
+    interface->second.scanning = false;
+    const std::string id = std::exchange(interface->second.scanId, {});
+    TellOf(name, cannotScan ? "CTRL-EVENT-SCAN-FAILED ret=-95" : "CTRL-EVENT-SCAN-RESULTS " + id);
+  }
 }
 
 void FakeSupplicant::Look(const std::string& name) {
@@ -197,16 +219,15 @@ void FakeSupplicant::Join(const std::string& name) {
   });
   if (upstream == air.end()) {
     TellOf(name, "CTRL-EVENT-NETWORK-NOT-FOUND ");
-    After(std::chrono::seconds(5), [this, name, attempt = interface.attempt] {
-      const auto found = interfaces_.find(name);
-      if (found != interfaces_.end() && found->second.attempt == attempt) {
-        Look(name);
-      }
-    });
+    LookLater(name);
     return;
   }
   TellOf(name, "SME: Trying to authenticate with " + upstream->bssid.ToString() + " (SSID='" +
                    upstream->ssid + "' freq=" + std::to_string(upstream->frequency) + " MHz)");
+  if (IsInTheWay(name, upstream->frequency)) {
+    LookLater(name);
+    return;
+  }
   if (!upstream->passphrase.empty() && At(interface.network, "psk") != "\"" + upstream->passphrase + "\"") {
     TellOf(name, "CTRL-EVENT-DISCONNECTED bssid=" + upstream->bssid.ToString() + " reason=15");
     TellOf(name, "CTRL-EVENT-SSID-TEMP-DISABLED id=0 ssid=\"" + upstream->ssid + "\" auth_failures=" +
@@ -218,6 +239,26 @@ void FakeSupplicant::Join(const std::string& name) {
   kernel_.SetChannel(name, upstream->frequency, 20);
   TellOf(name,
          "CTRL-EVENT-CONNECTED - Connection to " + upstream->bssid.ToString() + " completed [id=0 id_str=]");
+}
+
+void FakeSupplicant::LookLater(const std::string& name) {
+  After(std::chrono::seconds(5), [this, name, attempt = interfaces_.at(name).attempt] {
+    const auto found = interfaces_.find(name);
+    if (found != interfaces_.end() && found->second.attempt == attempt) {
+      Look(name);
+    }
+  });
+}
+
+bool FakeSupplicant::IsInTheWay(const std::string& name, int frequency) const {
+  const int wiphy = kernel_.InterfaceOf(name).wiphy;
+  const std::vector<Wiphy> wiphys = kernel_.GetWiphys();
+  const std::vector<WirelessInterface> interfaces = kernel_.GetInterfaces();
+  return std::ranges::find(wiphys, wiphy, &Wiphy::index)->maximumChannels <= 1 &&
+         std::ranges::any_of(interfaces, [&](const WirelessInterface& each) {
+           return each.wiphy == wiphy && each.type == InterfaceType::AccessPoint &&
+                  each.name.find('_') != std::string::npos && each.frequency != frequency;
+         });
 }
 
 void FakeSupplicant::Leave(const std::string& name, Interface& interface) {

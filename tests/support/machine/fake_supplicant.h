@@ -18,6 +18,7 @@ struct FakeAccessPoint {
   int frequency = 0;
   int signal = -60;
   std::string passphrase = {};  ///< of WPA2 personal; empty for an open one
+  bool tellsTooMuch = false;    ///< no answer holds its information elements
 };
 
 /// wpa_supplicant as far as its global control socket goes: interfaces come and go, look for the network of
@@ -37,6 +38,8 @@ class FakeSupplicant final : public FakeProgram {
   std::vector<FakeAccessPoint> air;
   /// A scan of the interface's own ends with the error -95.
   bool cannotScan = false;
+  /// A scan ends before it is said to have begun.
+  bool scansAtOnce = false;
   /// A scan never ends.
   bool scansForEver = false;
   /// So many entries does one answer hold.
@@ -47,6 +50,7 @@ class FakeSupplicant final : public FakeProgram {
     std::map<std::string, std::string> network;  ///< empty for one that only listens
     bool looks = false;
     bool scanning = false;
+    std::string scanId;         ///< of one that was asked for, as in " id=1"
     Wifi::Util::MACAddress on;  ///< the access point that it is connected to
     int failures = 0;
     int attempt = 0;  ///< what waits for an earlier one is over
@@ -56,15 +60,20 @@ class FakeSupplicant final : public FakeProgram {
   void Forget() override;
   std::string Add(const std::string& line);
   std::string ObeyOn(const std::string& name, Interface& interface, const std::string& command);
-  std::string List(const std::string& range) const;
+  std::string List(const std::string& asked) const;
   void Listen(const std::string& name);
+  void EndListening(const std::string& name);
   void Look(const std::string& name);
   void Join(const std::string& name);
+  void LookLater(const std::string& name);
+  /// The hardware is on one channel alone, which access points beside this station have.
+  bool IsInTheWay(const std::string& name, int frequency) const;
   void Leave(const std::string& name, Interface& interface);
 
   FakeKernel& kernel_;
   const FakeFiles& files_;
   std::map<std::string, Interface> interfaces_;
+  int lastScan_ = 0;  ///< of those that were asked for
 };
 
 }  // namespace TALO::Wifid

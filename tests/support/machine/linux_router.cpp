@@ -6,8 +6,9 @@
 
 namespace TALO::Wifid {
 
-LinuxRouter::LinuxRouter()
-    : driver(std::make_unique<LinuxDriver>(LinuxSetup{.model = SupportedModel::Dune40}, machine.Doors())) {
+LinuxRouter::LinuxRouter(const std::vector<Wiphy>& wiphys)
+    : machine(wiphys),
+      driver(std::make_unique<LinuxDriver>(LinuxSetup{.model = SupportedModel::Dune40}, machine.Doors())) {
   driver->SetEventSink([this](const RadioEvent& event) { events_.push_back(Describe(event)); });
 }
 

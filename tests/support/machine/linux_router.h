@@ -13,7 +13,7 @@ namespace TALO::Wifid {
 /// A router of two radios with the driver for real radios, and what that told.
 class LinuxRouter {
  public:
-  LinuxRouter();
+  explicit LinuxRouter(const std::vector<Wiphy>& wiphys = {MakeWiphy(0), MakeWiphy(1)});
 
   /// The radio on the lowest channel with 20 MHz, with the networks of these IDs on br0, each in the slot of
   /// its ID: "Network 1" with "passphrase-1" and so on, WPA2.

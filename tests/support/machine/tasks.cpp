@@ -14,6 +14,9 @@ struct ActionDescriber {
   std::string operator()(const AskSupplicant& action) const {
     return Ask("wpa_supplicant", action.command, action.mayFail);
   }
+  std::string operator()(const KeepInterface& action) const {
+    return "keep " + action.interface.name + " " + action.interface.address.ToString();
+  }
   std::string operator()(const MakeInterface& action) const {
     return "make " + action.interface.name + " " + action.interface.address.ToString() +
            (action.interface.fourAddress ? " in 4-address mode" : "");

@@ -193,6 +193,19 @@ TEST_F(ParseArguments, RefusesAnOptionThatIsNotDeclared) {
   EXPECT_EQ(refusalOf({"-i", "7"}), "unrecognised option '-i'");
 }
 
+TEST_F(ParseArguments, SaysWhatItRefusesAlsoWhereThatIsAPlaceholderOfTheSentence) {
+  EXPECT_EQ(refusalOf({"--id", "%value%"}), "the argument ('%value%') for option '--id' is invalid");
+  EXPECT_EQ(refusalOf({"--enable", "%canonical_option%"}),
+            "the argument ('%canonical_option%') for option '--enable' is invalid. Valid choices are "
+            "'on|off', 'yes|no', '1|0' and 'true|false'");
+  EXPECT_EQ(refusalOf({"--%canonical_option%"}), "unrecognised option '--%canonical_option%'");
+  EXPECT_EQ(refusalOf({"--%\1option%", "50%", "%"}), "unrecognised option '--%\1option%'");
+}
+
+TEST_F(ParseArguments, LeavesPercentSignsInValues) {
+  EXPECT_EQ(parse({"--name", "%value%\1%"})["name"].as<std::string>(), "%value%\1%");
+}
+
 TEST_F(ParseArguments, TellsTheLetterCaseOfOptionsApart) {
   EXPECT_EQ(refusalOf({"--ID", "7"}), "unrecognised option '--ID'");
 }

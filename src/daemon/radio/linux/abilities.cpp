@@ -4,6 +4,8 @@
 #include "daemon/radio/linux/control/hostapd_files.h"
 #include "daemon/radio/linux/control/supplicant_files.h"
 
+#include <iterator>
+
 namespace TALO::Wifid {
 
 Result<void> CheckAbilities(const RadioHardware& hardware, const RadioPlan& plan) {
@@ -13,6 +15,12 @@ Result<void> CheckAbilities(const RadioHardware& hardware, const RadioPlan& plan
   };
   if (plan.broadcastLimit.enablePreventBroadcast) {
     return lacks("cannot limit broadcasts");
+  }
+  const int most = hardware.maximumAccessPoints - (hardware.HasHolder() ? 1 : 0);
+  if (std::ssize(plan.bsss) > most) {
+    return lacks("cannot bring up " + std::to_string(plan.bsss.size()) + " access points: its hardware has " +
+                 std::to_string(hardware.maximumAccessPoints) + " at once" +
+                 (hardware.HasHolder() ? ", one of which holds the radio" : ""));
   }
   for (const BSSPlan& bss : plan.bsss) {
     if (!CanCarry(bss.securityMode)) {

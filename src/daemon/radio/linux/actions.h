@@ -49,6 +49,13 @@ struct AskSupplicant {
   bool operator==(const AskSupplicant&) const = default;
 };
 
+/// Made where it is not there.
+struct KeepInterface {
+  Kernel::NewInterface interface;
+
+  bool operator==(const KeepInterface&) const = default;
+};
+
 /// In the place of one that is left from before.
 struct MakeInterface {
   Kernel::NewInterface interface;
@@ -77,8 +84,8 @@ struct SendWithPower {
   bool operator==(const SendWithPower&) const = default;
 };
 
-using Action = std::variant<WriteFile, RemoveFile, AskHostapd, AwaitRadio, AskSupplicant, MakeInterface,
-                            DropInterface, PutOnBridge, SendWithPower>;
+using Action = std::variant<WriteFile, RemoveFile, AskHostapd, AwaitRadio, AskSupplicant, KeepInterface,
+                            MakeInterface, DropInterface, PutOnBridge, SendWithPower>;
 
 /// What is true once all actions of a task have succeeded.
 struct RadioIsDown {
@@ -144,6 +151,7 @@ using Outcome = std::variant<RadioIsDown, RadioIsUp, BSSIsDown, BSSIsUp, BSSHasC
 struct Task {
   std::vector<Action> actions;
   Outcome outcome;
+  bool isNeeded = true;  ///< else its failure is noted, and the next task goes on
 
   bool operator==(const Task&) const = default;
 };

@@ -2,7 +2,6 @@
 
 #include "daemon/model/text.h"
 #include "daemon/radio/linux/control/channel_settings.h"
-#include "daemon/radio/linux/control/replies.h"
 #include "daemon/radio/linux/control/supplicant_files.h"
 
 #include <algorithm>
@@ -21,6 +20,11 @@ constexpr auto kBetweenTries = 500ms;
 
 int SecondsBetween(Timers::Duration from, Timers::Duration to) {
   return static_cast<int>(std::chrono::duration_cast<std::chrono::seconds>(to - from).count());
+}
+
+/// On a line of its own.
+bool IsNumber(const std::string& text) {
+  return !text.empty() && text != "\n" && text.find_first_not_of("0123456789\n") == std::string::npos;
 }
 
 }  // namespace
@@ -51,8 +55,11 @@ void AirListener::Listen(const std::string& interface, const std::vector<int>& f
     command_ += (channels_.empty() ? "" : ",") + std::to_string(frequency);
     channels_.insert(ChannelAt(frequency));
   }
+  // So that it answers with a number, which the end is told with.
+  command_ += " use_id=1";
   heard_.clear();
   heardAt_.reset();
+  early_.clear();
   phase_ = Phase::Asking;
   deadline_ = timers_.After(kDeadline, [this] {
     End(Refusal{ErrorCode::RadioFailed,
@@ -70,22 +77,41 @@ void AirListener::Ask() {
       End(answer.Why());
     } else if (answer.Value().starts_with("FAIL-BUSY")) {
       again_ = timers_.After(kBetweenTries, [this] { Ask(); });
-    } else if (!answer.Value().starts_with("OK")) {
+    } else if (!IsNumber(answer.Value())) {
       End(Refusal{ErrorCode::RadioFailed, "the radio " + NameOrNumber(radio_) + " cannot listen"});
     } else {
-      phase_ = Phase::Listening;
+      Begin(answer.Value());
     }
   });
 }
 
+// Messages and answers come by different ways, so the end may be here already.
+void AirListener::Begin(const std::string& number) {
+  number_ = number.substr(0, number.find('\n'));
+  phase_ = Phase::Listening;
+  for (const ControlMessage& message : std::exchange(early_, {})) {
+    Take(message);
+  }
+}
+
 void AirListener::Take(const ControlMessage& message) {
-  // Before it has begun they are about somebody else's listening.
-  if (!done_ || message.interface != interface_ || phase_ != Phase::Listening) {
+  if (!done_ || message.interface != interface_) {
     return;
   }
-  if (message.name == "CTRL-EVENT-SCAN-RESULTS") {
-    phase_ = Phase::Collecting;
-    Collect(-1);
+  const auto number = message.fields.find("id");
+  const bool isNumbered = number != message.fields.end();
+  if (phase_ == Phase::Asking) {
+    // Results without a number are of somebody else's listening, which was over when this began.
+    if (isNumbered || message.name == "CTRL-EVENT-SCAN-FAILED") {
+      early_.push_back(message);
+    }
+  } else if (phase_ == Phase::Collecting) {
+    return;
+  } else if (message.name == "CTRL-EVENT-SCAN-RESULTS") {
+    if (!isNumbered || number->second == number_) {
+      phase_ = Phase::Collecting;
+      Collect(-1, Elements::With);
+    }
   } else if (message.name == "CTRL-EVENT-SCAN-FAILED") {
     const auto code = message.fields.find("ret");
     End(Refusal{ErrorCode::RadioFailed, "the radio " + NameOrNumber(radio_) + " cannot listen" +
@@ -101,9 +127,11 @@ void AirListener::LoseSupplicant() {
   }
 }
 
-// A long answer ends early, so it is asked on from its last entry.
-void AirListener::Collect(int after) {
-  supplicant_.Ask(ToInterface(interface_, ListHeardAfter(after)), [this](const Result<std::string>& answer) {
+// A long answer ends early, so it is asked on from its last entry. Where that gives nothing, there is nothing
+// more, or the next entry is too long for any answer.
+void AirListener::Collect(int after, Elements elements) {
+  const std::string command = ListHeardAfter(after, elements);
+  supplicant_.Ask(ToInterface(interface_, command), [this, after, elements](Result<std::string> answer) {
     if (!done_) {
       return;
     }
@@ -111,21 +139,29 @@ void AirListener::Collect(int after) {
       End(answer.Why());
       return;
     }
-    const int oldest = SecondsBetween(startedAt_, timers_.Now()) + 1;
-    for (Wifi::ScanResult& result : ReadHeard(answer.Value(), radio_)) {
-      if (result.age <= oldest && channels_.contains(result.channel) && !own_.contains(result.bssid)) {
-        result.age = 0;
-        heard_.push_back(std::move(result));
-      }
+    const bool isWhole = elements == Elements::With;
+    const std::string reply = isWhole ? std::move(answer.Value()) : FirstHeard(answer.Value());
+    Keep(ReadHeard(reply, radio_));
+    if (const int last = LastHeardId(reply); last >= 0) {
+      Collect(last, Elements::With);
+    } else if (isWhole) {
+      Collect(after, Elements::Without);
+    } else {
+      std::ranges::stable_sort(heard_, std::ranges::greater(), &Wifi::ScanResult::signal);
+      heardAt_ = timers_.Now();
+      End(heard_);
     }
-    if (const int last = LastHeardId(answer.Value()); last >= 0) {
-      Collect(last);
-      return;
-    }
-    std::ranges::stable_sort(heard_, std::ranges::greater(), &Wifi::ScanResult::signal);
-    heardAt_ = timers_.Now();
-    End(heard_);
   });
+}
+
+void AirListener::Keep(std::vector<Wifi::ScanResult> results) {
+  const int oldest = SecondsBetween(startedAt_, timers_.Now()) + 1;
+  for (Wifi::ScanResult& result : results) {
+    if (result.age <= oldest && channels_.contains(result.channel) && !own_.contains(result.bssid)) {
+      result.age = 0;
+      heard_.push_back(std::move(result));
+    }
+  }
 }
 
 void AirListener::End(Result<std::vector<Wifi::ScanResult>> result) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "daemon/radio/linux/control/messages.h"
+#include "daemon/radio/linux/control/replies.h"
 #include "daemon/radio/linux/program.h"
 #include "daemon/radio/own_timers.h"
 #include "daemon/radio/radio_driver.h"
@@ -33,7 +34,9 @@ class AirListener {
 
  private:
   void Ask();
-  void Collect(int after);
+  void Begin(const std::string& number);
+  void Collect(int after, Elements elements);
+  void Keep(std::vector<Wifi::ScanResult> results);
   void End(Result<std::vector<Wifi::ScanResult>> result);
 
   /// What it waits for: wpa_supplicant to begin, the end of listening, the list of what was heard.
@@ -48,6 +51,8 @@ class AirListener {
   std::set<Wifi::Util::MACAddress> own_;
   RadioDriver::ScanDone done_;  ///< while it is asked to listen
   Phase phase_ = Phase::Asking;
+  std::string number_;                 ///< by which wpa_supplicant tells of this time of listening
+  std::vector<ControlMessage> early_;  ///< that came before the number of which they may tell
   Timers::Id deadline_ = 0;
   Timers::Id again_ = 0;
   Timers::Duration startedAt_{};

@@ -3,6 +3,7 @@
 #include "daemon/radio/linux/questions.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -27,6 +28,25 @@ void BSSStations::Leave(const BSSPlan& bss, const MACAddress& station, const std
   }
 }
 
+// What still comes of hostapd's word finds it done.
+void BSSStations::Compare(const BSSPlan& bss,
+                          const std::function<std::string(const MACAddress&)>& reasonToLeave) {
+  const auto linked = Ask(bss.interface);
+  if (!linked.Succeeded()) {
+    return;
+  }
+  for (const MACAddress& station : Addresses(stations_[bss.interface])) {
+    if (std::ranges::find(linked.Value(), station, &LinkedStation::address) == linked.Value().end()) {
+      Leave(bss, station, reasonToLeave(station));
+    }
+  }
+  for (const LinkedStation& station : linked.Value()) {
+    if (station.authorized) {
+      Come(bss, station.address);
+    }
+  }
+}
+
 void BSSStations::Drop(const BSSPlan& bss, const AccessPlan& admitted, const std::string& reason) {
   for (const MACAddress& station : Addresses(stations_[bss.interface])) {
     if (!Admits(admitted, station)) {
@@ -39,13 +59,37 @@ void BSSStations::DropAll(const BSSPlan& bss, const std::string& reason) {
   Drop(bss, {AccessPlan::Rule::OnlyListed, {}}, reason);
 }
 
+// Those in 4-address mode are at interfaces of their own.
+Result<std::vector<LinkedStation>> BSSStations::Ask(const std::string& interface) const {
+  const auto interfaces = AskKernel(kernel_, &Kernel::GetInterfaces);
+  if (!interfaces.Succeeded()) {
+    return interfaces.Why();
+  }
+  std::vector<LinkedStation> stations;
+  for (const WirelessInterface& each : interfaces.Value()) {
+    const bool isBehindIt =
+        each.type == InterfaceType::AccessPointVLAN && each.name.starts_with(interface + ".");
+    if (each.name != interface && !isBehindIt) {
+      continue;
+    }
+    auto linked = AskKernel(kernel_, &Kernel::GetStations, each.name);
+    if (!linked.Succeeded()) {
+      return linked;
+    }
+    std::ranges::move(linked.Value(), std::back_inserter(stations));
+  }
+  return stations;
+}
+
 const std::vector<LinkedStation>& BSSStations::Hear(const std::string& interface) const {
   constexpr auto kGoodFor = std::chrono::seconds(1);
   const auto heard = heard_.find(interface);
   if (heard != heard_.end() && timers_.Now() - heard->second.at < kGoodFor) {
     return heard->second.stations;
   }
-  return (heard_[interface] = {timers_.Now(), HearFromKernel(kernel_, &Kernel::GetStations, interface)})
+  auto asked = Ask(interface);
+  return (heard_[interface] = {timers_.Now(),
+                               asked.Succeeded() ? std::move(asked.Value()) : std::vector<LinkedStation>()})
       .stations;
 }
 

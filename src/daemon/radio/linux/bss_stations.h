@@ -27,6 +27,11 @@ class BSSStations {
   void Come(const BSSPlan& bss, const Wifi::Util::MACAddress& station);
   void Leave(const BSSPlan& bss, const Wifi::Util::MACAddress& station, const std::string& reason);
 
+  /// Makes up for what hostapd told and nobody heard: who is there comes, who is not leaves, as the kernel
+  /// has it. Nobody does where it cannot be asked.
+  void Compare(const BSSPlan& bss,
+               const std::function<std::string(const Wifi::Util::MACAddress&)>& reasonToLeave);
+
   /// All whom the access does not admit leave for this reason.
   void Drop(const BSSPlan& bss, const AccessPlan& admitted, const std::string& reason);
   void DropAll(const BSSPlan& bss, const std::string& reason);
@@ -41,6 +46,7 @@ class BSSStations {
     Timers::Duration at{};
     std::vector<LinkedStation> stations;
   };
+  Result<std::vector<LinkedStation>> Ask(const std::string& interface) const;
   const std::vector<LinkedStation>& Hear(const std::string& interface) const;
 
   const Kernel& kernel_;

@@ -40,7 +40,7 @@ bool IsOneOf(const std::vector<int>& channels, int number) {
 }  // namespace
 
 Result<ChannelSettings> ChooseChannel(const RadioPlan& plan, const RadioCapability& radio,
-                                      const WiphyBand& band, const Present& present) {
+                                      const WiphyBand& band, const Present& present, int upstreamChannel) {
   const std::string name = "the radio " + NameOrNumber(plan.radio);
   int number = plan.channel;
   if (number == kAutomaticChannel) {
@@ -55,7 +55,8 @@ Result<ChannelSettings> ChooseChannel(const RadioPlan& plan, const RadioCapabili
           ErrorCode::RadioFailed,
           name + " cannot use any channel: the country in force does not let access points send on any"};
     }
-    number = IsOneOf(free, present.lastChannel) ? present.lastChannel : free.front();
+    const int wanted = IsOneOf(free, upstreamChannel) ? upstreamChannel : present.lastChannel;
+    number = IsOneOf(free, wanted) ? wanted : free.front();
   }
   if (auto check = CheckChannel(band, number, name); !check.Succeeded()) {
     return check.Why();

@@ -8,11 +8,12 @@
 
 namespace TALO::Wifid {
 
-/// The channel for a plan: its own or, where it is automatic, the one in use as long as it can be used, else
-/// the first that can. RadioFailed where the country in force does not let access points use it, NotSupported
-/// where they would have to look out for radars.
+/// The channel for a plan: its own or, where it is automatic, the first of these that can be used: that of
+/// the radio's own station where it is bound to that (0 where not), the one in use, any. RadioFailed where
+/// the country in force does not let access points use it, NotSupported where they would have to look out for
+/// radars.
 Result<ChannelSettings> ChooseChannel(const RadioPlan& plan, const RadioCapability& radio,
-                                      const WiphyBand& band, const Present& present);
+                                      const WiphyBand& band, const Present& present, int upstreamChannel = 0);
 
 /// In dBm, for a percentage of the most that the country allows on a channel.
 int PowerOf(int percent, const WiphyBand& band, int channel);

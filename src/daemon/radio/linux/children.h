@@ -9,7 +9,7 @@
 
 namespace TALO::Wifid {
 
-/// A program that runs. Its end kills it and waits until it is gone.
+/// A program that runs. Its end kills it, and does not wait until it is gone.
 class Child {
  public:
   virtual ~Child() = default;
@@ -32,7 +32,8 @@ class Children {
   virtual ~Children() = default;
 
   /// Starts a program that dies with the daemon. The sinks are called on the event loop, never from inside
-  /// the call; not any more once the child is destroyed. Fails with RadioFailed and the reason.
+  /// the call; not any more once the child is destroyed. Fails with RadioFailed and the reason, also while
+  /// one that was started just so and killed is not gone yet.
   virtual Result<std::unique_ptr<Child>> Start(const Program& program, LineSink line, EndSink ended) = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <set>
 #include <span>
 #include <sstream>
+#include <string_view>
 
 namespace TALO::Wifid {
 
@@ -19,8 +20,9 @@ constexpr int kMaximumNetworks = 16;
 /// Access points that carry no network: the one that holds the radio, and the backhaul's.
 constexpr int kOtherAccessPoints = 2;
 constexpr int kFirstUpperChannel = 100;  ///< where the part of the upper 5 GHz radio begins
-/// The longest name of an interface is 15 characters; what is added behind a radio's own is up to four.
-constexpr std::size_t kLongestInterface = 11;
+/// The longest name of an interface is 15 characters, and of what is added behind a radio's own this is the
+/// longest, see kMostNodes.
+constexpr std::size_t kLongestInterface = 15 - std::string_view("_0.sta99").size();
 
 Refusal Failure(const std::string& sentence) { return {ErrorCode::RadioFailed, sentence}; }
 
@@ -66,6 +68,8 @@ MACAddress BaseAddress(const std::vector<WirelessInterface>& interfaces, const W
   return found != interfaces.end() ? found->address : MACAddress("00:00:00:00:00:00");
 }
 
+std::string MadeInterface(const Wiphy& wiphy) { return "radio" + std::to_string(wiphy.index); }
+
 bool CanCarry(const Wiphy& wiphy, RadioFrequency radio) {
   const WiphyBand* band = BandOf(wiphy, radio);
   return band != nullptr && !ChannelsOf(*band, radio).empty();
@@ -109,16 +113,14 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   if (!CanCarry(wiphy, radio)) {
     return Failure(name + " cannot be on " + wiphy.name + ", which does not have its channels");
   }
-  if (wiphy.maximumAccessPoints < 2) {
-    return Failure(name + " cannot be on " + wiphy.name + ", which carries " +
-                   (wiphy.maximumAccessPoints == 0 ? "no access points" : "only one access point at once") +
-                   ": two are needed, one of which holds the radio");
+  if (wiphy.maximumAccessPoints < 1) {
+    return Failure(name + " cannot be on " + wiphy.name + ", which carries no access points");
   }
   const MACAddress base = BaseAddress(interfaces, wiphy);
   const WirelessInterface* own = FindInterface(interfaces, wiphy);
   RadioHardware hardware;
   hardware.capability.radio = radio;
-  hardware.capability.interface = own != nullptr ? own->name : "radio" + std::to_string(wiphy.index);
+  hardware.capability.interface = own != nullptr ? own->name : MadeInterface(wiphy);
   hardware.capability.address = LocalAddress(base, index, 0);
   hardware.capability.maximumBSSs =
       std::clamp(wiphy.maximumAccessPoints - kOtherAccessPoints, 1, kMaximumNetworks);
@@ -126,13 +128,17 @@ Result<RadioHardware> MakeHardware(RadioFrequency radio, std::size_t index, cons
   hardware.capability.channels = ChannelsOf(band, radio);
   hardware.capability.maximumChannelWidth = band.maximumWidth;
   hardware.capability.limitsBroadcasts = false;
+  hardware.capability.findsRadars = false;
   hardware.wiphy = wiphy.index;
   hardware.phy = wiphy.name;
+  hardware.maximumAccessPoints = wiphy.maximumAccessPoints;
   hardware.maximumStations = wiphy.maximumStations;
   hardware.maximumChannels = wiphy.maximumChannels;
   hardware.fourAddress = wiphy.fourAddress;
-  hardware.makesInterface = own == nullptr;
-  hardware.ownAddress = LocalAddress(base, index, 1);
+  // One of a daemon before, which was killed, has the same address again.
+  const MACAddress made = LocalAddress(base, index, 1);
+  hardware.makesInterface = own == nullptr || (own->name == MadeInterface(wiphy) && own->address == made);
+  hardware.ownAddress = hardware.makesInterface ? made : own->address;
   hardware.stationAddress = LocalAddress(base, index, 2);
   hardware.backhaulStationAddress = LocalAddress(base, index, 3);
   hardware.listenerAddress = LocalAddress(base, index, 4);
@@ -171,7 +177,8 @@ Result<RadioMap> ReadRadioMap(const std::string& text, SupportedModel model) {
       return refuse(Quoted(entry) + " names what was named before");
     }
   }
-  return map;
+  // The last entry ends at the comma, and no empty one follows.
+  return text.ends_with(',') ? Result<RadioMap>(refuse("nothing stands behind its last comma")) : map;
 }
 
 Result<std::vector<RadioHardware>> AssignHardware(SupportedModel model, const std::vector<Wiphy>& wiphys,

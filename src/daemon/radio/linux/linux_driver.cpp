@@ -32,13 +32,7 @@ T Require(Result<T> result) {
   return std::move(result.Value());
 }
 
-void Require(const Result<void>& result) {
-  if (!result.Succeeded()) {
-    throw std::runtime_error(result.Why().sentence);
-  }
-}
-
-/// Whether the driver makes interfaces of this name on the radio.
+/// Whether the driver makes interfaces of this name beside the radio's own.
 bool IsMadeBy(const RadioCapability& radio, const std::string& name) {
   return name != radio.interface && name.starts_with(radio.interface) &&
          (name[radio.interface.size()] == '_' || name == radio.interface + "sta" ||
@@ -72,8 +66,7 @@ void LinuxDriver::TakeHardware(const LinuxSetup& setup) {
        Require(AssignHardware(setup.model, doors_.kernel.GetWiphys(), doors_.kernel.GetInterfaces(), map))) {
     const RadioCapability capability = hardware.capability;
     if (hardware.makesInterface) {
-      Require(doors_.kernel.AddInterface(
-          {hardware.wiphy, capability.interface, InterfaceType::Station, hardware.ownAddress, false}));
+      made_.insert(capability.interface);
     }
     capabilities_.radios.push_back(capability);
     const LinuxRadio::Shared shared{doors_,
@@ -101,7 +94,7 @@ void LinuxDriver::Tell(const RadioEvent& event) {
 void LinuxDriver::CleanUp() {
   for (const WirelessInterface& interface : HearFromKernel(doors_.kernel, &Kernel::GetInterfaces)) {
     for (const RadioCapability& radio : capabilities_.radios) {
-      if (!IsMadeBy(radio, interface.name)) {
+      if (!IsMadeBy(radio, interface.name) && !made_.contains(interface.name)) {
         continue;
       }
       if (auto gone = doors_.kernel.DeleteInterface(interface.name); !gone.Succeeded()) {
@@ -127,6 +120,7 @@ Program::Sinks LinuxDriver::HostapdSinks() {
                 wps_.Take(message);
                 ToRadios(&LinuxRadio::TakeFromHostapd, message);
               },
+          .lookAgain = [this] { ToRadios(&LinuxRadio::LookForStations); },
           .hideSecrets = [this](const std::string& line) { return secrets_.Hide(line); }};
 }
 
@@ -135,6 +129,7 @@ Program::Sinks LinuxDriver::SupplicantSinks() {
           .gone = [this] { ToRadios(&LinuxRadio::LoseSupplicant); },
           .message =
               [this](const ControlMessage& message) { ToRadios(&LinuxRadio::TakeFromSupplicant, message); },
+          .lookAgain = [this] { ToRadios(&LinuxRadio::LookForUpstreams); },
           .hideSecrets = [this](const std::string& line) { return secrets_.Hide(line); }};
 }
 
@@ -222,8 +217,7 @@ void LinuxDriver::StartWPS(const std::string& interface, Done done) {
   if (bss == nullptr) {
     done(Refusal{ErrorCode::RadioFailed, "the BSS " + interface + " is not up"});
   } else if (!HasWPS(*bss)) {
-    done(Refusal{ErrorCode::NotSupported, "the BSS " + interface + " cannot use WPS with the security mode " +
-                                              NameOrNumber(bss->securityMode)});
+    done(Refusal{ErrorCode::NotSupported, "the BSS " + interface + " cannot use WPS " + WhyNoWPS(*bss)});
   } else {
     wps_.Open(interface, std::move(done));
   }

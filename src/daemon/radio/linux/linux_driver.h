@@ -71,6 +71,7 @@ class LinuxDriver final : public RadioDriver {
 
   LinuxDoors doors_;
   Capabilities capabilities_;
+  std::set<std::string> made_;  ///< the radios' own interfaces that are none of the machine's
   EventSink sink_;
   Secrets secrets_;
   std::set<RadioFrequency> busy_;

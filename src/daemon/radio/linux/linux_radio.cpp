@@ -138,11 +138,17 @@ Result<std::vector<Task>> LinuxRadio::FindWay(const RadioPlan& plan, ApplyMode m
     if (!band.Succeeded()) {
       return band.Why();
     }
-    const auto channel = ChooseChannel(plan, GetCapability(), band.Value(), present_);
+    const auto channel = ChooseChannel(plan, GetCapability(), band.Value(), present_, ChannelOfUpstream());
     if (!channel.Succeeded()) {
       return channel.Why();
     }
-    sending = {channel.Value(), PowerOf(plan.transmitPower, band.Value(), channel.Value().channel)};
+    sending.channel = channel.Value();
+    // Not all hardware can be told, and what it does by itself is all that the country allows.
+    constexpr int kAll = 100;
+    if (plan.transmitPower < kAll || present_.powerWasSet) {
+      sending.power = PowerOf(plan.transmitPower, band.Value(), channel.Value().channel);
+      sending.powerIsAsked = wanted_ && wanted_->transmitPower != plan.transmitPower;
+    }
   }
   try {
     return FindTasks(setting_, plan, mode, present_, sending);
@@ -176,6 +182,10 @@ void LinuxRadio::Reach(const Outcome& outcome) {
       },
       outcome);
   present_.Reach(outcome);
+  // Who joined before hostapd's answer was read was told of before there was a BSS.
+  if (const auto* up = std::get_if<BSSIsUp>(&outcome)) {
+    LookForStationsOf(up->bss);
+  }
 }
 
 void LinuxRadio::TakeDown(const BSSPlan& bss, const std::string& reason) {
@@ -209,35 +219,6 @@ void LinuxRadio::Follow(const BSSHasChanged& outcome) {
   } else if (outcome.dropped == Dropped::WhoIsNotAdmitted) {
     stations_.Drop(outcome.bss, outcome.bss.access, "refused");
   }
-}
-
-void LinuxRadio::Follow(const StationIs& outcome) {
-  if (outcome.station) {
-    station_.Begin(outcome.station->interface, outcome.station->ssid, true);
-  } else {
-    station_.End();
-  }
-}
-
-void LinuxRadio::Follow(const BackhaulStationIs& outcome) {
-  const auto& before = present_.backhaulStation.plan;
-  if (!outcome.station) {
-    backhaulStation_.End();
-    return;
-  }
-  const BackhaulStationPlan& plan = *outcome.station;
-  if (backhaulStation_.IsConnected() && before && IsSameButForScanType(*before, plan)) {
-    return;
-  }
-  const bool looks = plan.scanType != ScanType::Disable;
-  backhaulStation_.Begin(plan.interface, plan.ssid, looks);
-  if (!looks) {
-    StopLooking(plan);
-  }
-}
-
-void LinuxRadio::StopLooking(const BackhaulStationPlan& plan) {
-  shared_.supplicant.Ask(ToInterface(plan.interface, "DISCONNECT"), [](const Result<std::string>&) {});
 }
 
 const BSSPlan* LinuxRadio::FindBSS(const std::string& interface) const {
@@ -294,21 +275,6 @@ std::string LinuxRadio::ReasonToLeave(const BSSPlan& bss, const Wifi::Util::MACA
   return IsTakenDownOrUp(bss.interface) ? "BSS down" : "left";
 }
 
-void LinuxRadio::TakeFromSupplicant(const ControlMessage& message) {
-  if (message.interface == station_.GetInterface()) {
-    station_.Take(message);
-  }
-  if (message.interface == backhaulStation_.GetInterface()) {
-    backhaulStation_.Take(message);
-    const auto& plan = present_.backhaulStation.plan;
-    if (message.name == "CTRL-EVENT-DISCONNECTED" && plan && plan->scanType == ScanType::Disable) {
-      StopLooking(*plan);
-      backhaulStation_.Begin(plan->interface, plan->ssid, false);
-    }
-  }
-  listener_.Take(message);
-}
-
 void LinuxRadio::LoseHostapd() { Reach(RadioIsDown{}); }
 
 // Their interfaces are still there.
@@ -357,31 +323,6 @@ void LinuxRadio::DropRestore() {
     timers_.Cancel(*restore_);
     restore_.reset();
   }
-}
-
-void LinuxRadio::Reconnect(RadioDriver::Done done) {
-  Enter([this, done = std::move(done)](const Leave& leave) {
-    Task task{{}, StationsRejoin{}};
-    const auto rejoin = [&task](UpstreamWatch& watch, const auto& plan) {
-      // Choosing its network also ends the wait after a failure.
-      for (const char* command : {"DISCONNECT", "SELECT_NETWORK 0"}) {
-        task.actions.emplace_back(AskSupplicant{ToInterface(plan.interface, command)});
-      }
-      watch.Begin(plan.interface, plan.ssid, true);
-    };
-    if (const auto& plan = present_.station.plan; plan && present_.station.sound) {
-      rejoin(station_, *plan);
-    }
-    if (const auto& plan = present_.backhaulStation.plan;
-        plan && present_.backhaulStation.sound &&
-        (plan->scanType != ScanType::Disable || backhaulStation_.IsConnected())) {
-      rejoin(backhaulStation_, *plan);
-    }
-    runner_.Run({std::move(task)}, [leave, done](const Result<void>& result) {
-      leave();
-      done(result);
-    });
-  });
 }
 
 }  // namespace TALO::Wifid

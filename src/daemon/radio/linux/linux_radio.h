@@ -52,6 +52,9 @@ class LinuxRadio {
   /// What is not about this radio is passed over.
   void TakeFromHostapd(const ControlMessage& message);
   void TakeFromSupplicant(const ControlMessage& message);
+  /// Learns from the kernel what the program told and nobody heard.
+  void LookForStations();
+  void LookForUpstreams();
   /// All that the program had of this radio is lost.
   void LoseHostapd();
   void LoseSupplicant();
@@ -66,6 +69,9 @@ class LinuxRadio {
   void Bring(const RadioPlan& plan, ApplyMode mode, const RadioDriver::Done& done);
   Result<void> Check(const RadioPlan& plan) const;
   Result<std::vector<Task>> FindWay(const RadioPlan& plan, ApplyMode mode) const;
+  /// Where the radio can be on one channel alone, that of its own station; 0 where it is free.
+  int ChannelOfUpstream() const;
+  void FollowUpstream();
   /// The radio's, as the country in force has it.
   Result<WiphyBand> AskForBand() const;
   void RestoreLater();
@@ -83,6 +89,8 @@ class LinuxRadio {
   bool IsTakenDownOrUp(const std::string& interface) const;
   std::string ReasonToLeave(const BSSPlan& bss, const Wifi::Util::MACAddress& station) const;
   void StopLooking(const BackhaulStationPlan& plan);
+  void LookForStationsOf(const BSSPlan& bss);
+  void LookFor(const UpstreamWatch& upstream);
   void ScanNow(const RadioDriver::ScanDone& done);
   void Listen(const std::string& interface, const RadioDriver::ScanDone& done);
   std::vector<int> FrequenciesToListenTo(const WiphyBand& band) const;
@@ -96,6 +104,8 @@ class LinuxRadio {
   BSSStations stations_;
   UpstreamWatch station_;
   UpstreamWatch backhaulStation_;
+  int followed_ = 0;      ///< the channel of its own station, when it was looked at last
+  bool rejoins_ = false;  ///< the backhaul station was told to, and looks whatever its scan type
   AirListener listener_;
   TaskRunner runner_;
   OwnTimers timers_;

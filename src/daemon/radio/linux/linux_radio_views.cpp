@@ -56,6 +56,40 @@ int LinuxRadio::GetUtilisation() const {
   return 0;
 }
 
+void LinuxRadio::LookForStations() {
+  for (const auto& [interface, each] : present_.bsss) {
+    if (each.sound) {
+      LookForStationsOf(each.bss);
+    }
+  }
+}
+
+void LinuxRadio::LookForStationsOf(const BSSPlan& bss) {
+  stations_.Compare(bss, [&](const Wifi::Util::MACAddress& station) { return ReasonToLeave(bss, station); });
+}
+
+void LinuxRadio::LookForUpstreams() {
+  LookFor(station_);
+  LookFor(backhaulStation_);
+}
+
+void LinuxRadio::LookFor(const UpstreamWatch& upstream) {
+  const std::string& interface = upstream.GetInterface();
+  if (interface.empty()) {
+    return;
+  }
+  const auto linked = AskKernel(shared_.doors.kernel, &Kernel::GetStations, interface);
+  if (!linked.Succeeded()) {
+    return;
+  }
+  const auto joined = std::ranges::find(linked.Value(), true, &LinkedStation::authorized);
+  if (joined != linked.Value().end() && !upstream.IsConnectedTo(joined->address)) {
+    TakeFromSupplicant({interface, "CTRL-EVENT-CONNECTED", {joined->address.ToString()}, {}});
+  } else if (linked.Value().empty() && upstream.IsConnected()) {
+    TakeFromSupplicant({interface, "CTRL-EVENT-DISCONNECTED", {}, {}});
+  }
+}
+
 void LinuxRadio::Scan(RadioDriver::ScanDone done) {
   Enter([this, done = std::move(done)](const Leave& leave) {
     ScanNow([leave, done](const Result<std::vector<Wifi::ScanResult>>& results) {

@@ -26,7 +26,10 @@ struct Reached {
   void operator()(const BSSHasChanged& outcome) const {
     present.bsss[outcome.bss.interface].bss = outcome.bss;
   }
-  void operator()(const PowerIs& outcome) const { present.power = outcome.power; }
+  void operator()(const PowerIs& outcome) const {
+    present.power = outcome.power;
+    present.powerWasSet = true;
+  }
   void operator()(const StationIs& outcome) const { present.station = {outcome.station, true}; }
   void operator()(const BackhaulStationIs& outcome) const {
     present.backhaulStation = {outcome.station, true};

@@ -31,7 +31,8 @@ struct Present {
   int lastChannel = 0;                     ///< that it was on when it was up last
   bool sound = true;                       ///< false when the radio itself may be in between up and down
   std::map<std::string, PresentBSS> bsss;  ///< by interface
-  std::optional<int> power;                ///< dBm, where it was set
+  std::optional<int> power;                ///< dBm, where it was set since the radio came up
+  bool powerWasSet = false;                ///< ever, so that it does not send as it would by itself
   PresentStation<StationPlan> station;
   PresentStation<BackhaulStationPlan> backhaulStation;
 

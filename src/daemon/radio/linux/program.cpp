@@ -16,8 +16,9 @@ constexpr auto kFirstPatience = 200ms;
 constexpr auto kLongestPatience = 30s;
 /// A program that ran so long without a failure is trusted again.
 constexpr auto kTimeToTrust = 60s;
-/// So often is it asked whether it still answers.
+/// So often is it asked whether it still answers and tells.
 constexpr auto kBetweenChecks = 30s;
+constexpr const char* kNotListenedTo = "it does not let itself be listened to";
 constexpr std::size_t kKeptLines = 50;
 constexpr std::size_t kMostToTell = 400;
 
@@ -108,7 +109,7 @@ void Program::Attach() {
     if (answer.Succeeded() && answer.Value().starts_with("OK")) {
       Enter();
     } else {
-      Lose("it does not let itself be listened to");
+      Lose(kNotListenedTo);
     }
   });
 }
@@ -125,11 +126,18 @@ void Program::Enter() {
 }
 
 void Program::Check() {
-  // Ask() finds out when it does not answer.
-  Ask("PING", [this](const Result<std::string>& answer) {
-    if (answer.Succeeded()) {
-      run_->After(kBetweenChecks, [this] { Check(); });
+  // Ask() finds out when it does not answer. It stops telling whoever was not quick enough some times,
+  // without a word, and to ask for it twice does no harm.
+  Ask("ATTACH", [this](const Result<std::string>& answer) {
+    if (!answer.Succeeded()) {
+      return;
     }
+    if (!answer.Value().starts_with("OK")) {
+      Lose(kNotListenedTo);
+      return;
+    }
+    run_->After(kBetweenChecks, [this] { Check(); });
+    sinks_.lookAgain();
   });
 }
 

@@ -29,6 +29,7 @@ class Program {
     std::function<void()> ready;  ///< it answers, and has nothing yet
     std::function<void()> gone;   ///< it is not there any more, and what it had is lost
     std::function<void(const ControlMessage&)> message;
+    std::function<void()> lookAgain;  ///< from time to time: it may have told what was not heard
     std::function<std::string(const std::string&)> hideSecrets;  ///< in what it prints
   };
 

@@ -22,32 +22,50 @@ class AccessPointTasks {
       : setting_(setting), setup_{channel, setting.controlDirectory} {}
 
   void TakeDownRadio(const Present& present) {
-    std::vector<Action> actions = {AskHostapd{RemoveBSS(Interface()), !present.sound},
-                                   RemoveFile{FileOf(Interface())}};
+    std::vector<Action> actions;
+    if (setting_.hardware.HasHolder()) {
+      actions = {AskHostapd{RemoveBSS(Interface()), !present.sound}, RemoveFile{FileOf(Interface())}};
+    }
     for (const auto& [interface, each] : present.bsss) {
-      for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
-        actions.emplace_back(RemoveFile{file});
+      if (!setting_.hardware.HasHolder()) {
+        Remove(interface, !present.sound || !each.sound, actions);
       }
+      RemoveFiles(interface, actions);
     }
     Add(std::move(actions), RadioIsDown{});
   }
 
   void BringUpRadio() {
-    Add({WriteFile{FileOf(Interface()), HolderFile(setup_, Interface())},
+    const RadioHardware& hardware = setting_.hardware;
+    if (!hardware.HasHolder()) {
+      Add({}, RadioIsUp{setup_.channel});
+      return;
+    }
+    Add({KeepInterface{{hardware.wiphy, Interface(), InterfaceType::Station, hardware.ownAddress, false}},
+         WriteFile{FileOf(Interface()), HolderFile(setup_, Interface())},
          AskHostapd{AddBSS(setting_.hardware.phy, PathOf(FileOf(Interface())))}, AwaitRadio{Interface()}},
         RadioIsUp{setup_.channel});
   }
 
   void TakeDown(const PresentBSS& present, const std::string& reason) {
     const std::string& interface = present.bss.interface;
-    Add({AskHostapd{RemoveBSS(interface), !present.sound}, RemoveFile{FileOf(interface)},
-         RemoveFile{AcceptOf(interface)}, RemoveFile{DenyOf(interface)}},
-        BSSIsDown{interface, reason});
+    std::vector<Action> actions;
+    Remove(interface, !present.sound, actions);
+    RemoveFiles(interface, actions);
+    Add(std::move(actions), BSSIsDown{interface, reason});
   }
 
   void BringUp(const BSSPlan& bss) {
     std::vector<Action> actions = WriteFiles(bss);
+    // hostapd makes no interface for the first of a radio, and answers before it sends.
+    if (!setting_.hardware.HasHolder()) {
+      actions.emplace_back(MakeInterface{
+          {setting_.hardware.wiphy, bss.interface, InterfaceType::AccessPoint, bss.bssid, false}});
+    }
     actions.emplace_back(AskHostapd{AddBSS(setting_.hardware.phy, PathOf(FileOf(bss.interface)))});
+    if (!setting_.hardware.HasHolder()) {
+      actions.emplace_back(AwaitRadio{bss.interface});
+    }
     Add(std::move(actions), BSSIsUp{bss});
   }
 
@@ -73,7 +91,10 @@ class AccessPointTasks {
     }
   }
 
-  void Send(int power) { Add({SendWithPower{setting_.hardware.wiphy, power}}, PowerIs{power}); }
+  void Send(int power, bool isAsked) {
+    Add({SendWithPower{setting_.hardware.wiphy, power}}, PowerIs{power});
+    tasks_.back().isNeeded = isAsked;
+  }
 
   std::vector<Task> Take() { return std::move(tasks_); }
 
@@ -95,6 +116,20 @@ class AccessPointTasks {
             WriteFile{DenyOf(interface), DenyFile(bss.access)},
             WriteFile{FileOf(interface), BSSFile(setup_, bss, BridgeOf(bss),
                                                  {PathOf(AcceptOf(interface)), PathOf(DenyOf(interface))})}};
+  }
+
+  /// hostapd takes the interface away too, but that of the first of a radio.
+  void Remove(const std::string& interface, bool mayFail, std::vector<Action>& actions) const {
+    actions.emplace_back(AskHostapd{RemoveBSS(interface), mayFail});
+    if (!setting_.hardware.HasHolder()) {
+      actions.emplace_back(DropInterface{interface});
+    }
+  }
+
+  static void RemoveFiles(const std::string& interface, std::vector<Action>& actions) {
+    for (const std::string& file : {FileOf(interface), AcceptOf(interface), DenyOf(interface)}) {
+      actions.emplace_back(RemoveFile{file});
+    }
   }
 
   void ChangeBy(const BSSPlan& bss, const Commands& commands, Dropped dropped) {
@@ -161,8 +196,8 @@ std::vector<Task> FindTasks(const RadioSetting& setting, const RadioPlan& plan, 
         tasks.TakeDown(each, ReasonToLeave(each.bss, wanted));
       }
     }
-    if (!staysUp || present.power != sending.power) {
-      tasks.Send(sending.power);
+    if (sending.power && (!staysUp || present.power != sending.power)) {
+      tasks.Send(*sending.power, sending.powerIsAsked);
     }
     for (const BSSPlan& bss : plan.bsss) {
       const auto now = stay.find(bss.interface);

@@ -4,6 +4,7 @@
 #include "daemon/radio/linux/present.h"
 #include "daemon/radio/radio_driver.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,8 @@ std::string PathOf(const RadioSetting& setting, const std::string& file);
 /// How a radio that is on is to send.
 struct Sending {
   ChannelSettings channel;
-  int power = 0;  ///< dBm at most
+  std::optional<int> power;  ///< dBm at most; nothing for what the hardware does by itself
+  bool powerIsAsked = true;  ///< now; else the rest does without where the hardware cannot set it
 };
 
 /// The smallest change from what a radio is to its plan, which can be carried out: first the radio, then the

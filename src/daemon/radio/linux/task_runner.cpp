@@ -106,6 +106,21 @@ Result<void> TaskRunner::Do(const WriteFile& action) { return doors_.files.Write
 
 Result<void> TaskRunner::Do(const RemoveFile& action) { return doors_.files.Remove(action.name); }
 
+// hostapd breaks what runs when it is told a wrong phy.
+Result<void> TaskRunner::Do(const KeepInterface& action) {
+  const auto there = Find(action.interface.name);
+  if (!there.Succeeded()) {
+    return there.Why();
+  }
+  if (!there.Value()) {
+    return doors_.kernel.AddInterface(action.interface);
+  }
+  return there.Value()->wiphy == action.interface.wiphy
+             ? Result<void>()
+             : Refusal{ErrorCode::RadioFailed,
+                       "the interface " + action.interface.name + " belongs to another radio now"};
+}
+
 Result<void> TaskRunner::Do(const MakeInterface& action) {
   if (auto dropped = Do(DropInterface{action.interface.name}); !dropped.Succeeded()) {
     return dropped;
@@ -114,13 +129,20 @@ Result<void> TaskRunner::Do(const MakeInterface& action) {
 }
 
 Result<void> TaskRunner::Do(const DropInterface& action) {
+  const auto there = Find(action.name);
+  if (!there.Succeeded()) {
+    return there.Why();
+  }
+  return there.Value() ? doors_.kernel.DeleteInterface(action.name) : Result<void>();
+}
+
+Result<std::optional<WirelessInterface>> TaskRunner::Find(const std::string& name) const {
   const auto interfaces = AskKernel(doors_.kernel, &Kernel::GetInterfaces);
   if (!interfaces.Succeeded()) {
     return interfaces.Why();
   }
-  const bool isThere = std::ranges::find(interfaces.Value(), action.name, &WirelessInterface::name) !=
-                       interfaces.Value().end();
-  return isThere ? doors_.kernel.DeleteInterface(action.name) : Result<void>();
+  const auto found = std::ranges::find(interfaces.Value(), name, &WirelessInterface::name);
+  return found != interfaces.Value().end() ? std::optional(*found) : std::nullopt;
 }
 
 Result<void> TaskRunner::Do(const PutOnBridge& action) {
@@ -175,6 +197,13 @@ void TaskRunner::End(const Result<void>& result) {
     const Outcome& outcome = tasks_.front().outcome;
     told = Refusal{result.Why().code, std::visit(Subject(), outcome) + ": " + result.Why().sentence};
     sinks_.doubted(outcome);
+    if (!tasks_.front().isNeeded) {
+      doors_.note({DriverNote::Weight::Warning, told.Why().sentence});
+      tasks_.pop_front();
+      next_ = 0;
+      Go();
+      return;
+    }
     tasks_.clear();
   }
   std::exchange(done_, nullptr)(told);

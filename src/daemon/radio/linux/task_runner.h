@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,10 +39,13 @@ class TaskRunner {
   bool Start(const Action& action);
   Result<void> Do(const WriteFile& action);
   Result<void> Do(const RemoveFile& action);
+  Result<void> Do(const KeepInterface& action);
   Result<void> Do(const MakeInterface& action);
   Result<void> Do(const DropInterface& action);
   Result<void> Do(const PutOnBridge& action);
   Result<void> Do(const SendWithPower& action);
+  /// The interface of this name, where it is there.
+  Result<std::optional<WirelessInterface>> Find(const std::string& name) const;
   void Ask(Program& program, const std::string& command, bool mayFail);
   void Await(const std::string& interface, std::uint64_t mark, Timers::Duration giveUpAt);
   void Explain(Program& program, std::uint64_t mark);

@@ -1,11 +1,20 @@
 #include "daemon/radio/linux/upstream_watch.h"
 
 #include "daemon/radio/linux/control/channel_settings.h"
+#include "daemon/radio/linux/control/words.h"
 #include "daemon/radio/linux/questions.h"
 
 #include <algorithm>
 
 namespace TALO::Wifid {
+
+namespace {
+
+bool IsToldOfTry(const ControlMessage& message) {
+  return (message.name == "SME:" || message.name == "Trying") && message.Address().has_value();
+}
+
+}  // namespace
 
 void UpstreamWatch::Begin(const std::string& interface, const std::string& ssid, bool looks) {
   interface_ = interface;
@@ -13,6 +22,8 @@ void UpstreamWatch::Begin(const std::string& interface, const std::string& ssid,
   phase_ = looks ? Phase::Scanning : Phase::Disabled;
   reason_.clear();
   bssid_ = {};
+  tried_ = 0;
+  isKnown_ = true;
 }
 
 void UpstreamWatch::End() { Begin("", "", false); }
@@ -27,8 +38,10 @@ void UpstreamWatch::TakeDisabled(const ControlMessage& message) {
   const auto reason = message.fields.find("reason");
   if (reason != message.fields.end() && reason->second == "WRONG_KEY") {
     Fail("wrong password");
+    isKnown_ = false;
   } else if (reason != message.fields.end() && reason->second == "AUTH_FAILED") {
     Fail("wrong user or password");
+    isKnown_ = false;
   } else {
     Fail("the access point refuses it");
   }
@@ -37,9 +50,14 @@ void UpstreamWatch::TakeDisabled(const ControlMessage& message) {
 // While it tries again it stays failed, until it finds an access point to join.
 void UpstreamWatch::Take(const ControlMessage& message) {
   const std::string& name = message.name;
+  if (IsToldOfTry(message)) {
+    const auto frequency = message.fields.find("freq");
+    tried_ = frequency != message.fields.end() ? ChannelAt(ReadNumber(frequency->second).value_or(0)) : 0;
+  }
   if (name == "CTRL-EVENT-CONNECTED") {
     phase_ = Phase::Connected;
     reason_.clear();
+    isKnown_ = true;
     bssid_ = message.Address().value_or(Wifi::Util::MACAddress());
     since_ = timers_.Now();
   } else if (name == "CTRL-EVENT-DISCONNECTED" && phase_ != Phase::Failed) {
@@ -48,7 +66,7 @@ void UpstreamWatch::Take(const ControlMessage& message) {
     Fail("no such access point");
   } else if (name == "CTRL-EVENT-SSID-TEMP-DISABLED") {
     TakeDisabled(message);
-  } else if ((name == "SME:" || name == "Trying") && message.Address() && phase_ == Phase::Scanning) {
+  } else if (IsToldOfTry(message) && phase_ == Phase::Scanning) {
     phase_ = Phase::Connecting;
     bssid_ = *message.Address();
   }
@@ -71,12 +89,16 @@ LiveUpstream UpstreamWatch::GetLive() const {
       live.transmitRate = station.transmitRate;
     }
   }
+  live.channel = ChannelInUse();
+  return live;
+}
+
+int UpstreamWatch::GetChannel() const { return IsConnected() ? ChannelInUse() : isKnown_ ? tried_ : 0; }
+
+int UpstreamWatch::ChannelInUse() const {
   const auto interfaces = HearFromKernel(kernel_, &Kernel::GetInterfaces);
   const auto own = std::ranges::find(interfaces, interface_, &WirelessInterface::name);
-  if (own != interfaces.end()) {
-    live.channel = ChannelAt(own->frequency);
-  }
-  return live;
+  return own != interfaces.end() ? ChannelAt(own->frequency) : 0;
 }
 
 }  // namespace TALO::Wifid

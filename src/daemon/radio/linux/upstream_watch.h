@@ -23,13 +23,17 @@ class UpstreamWatch {
   void Take(const ControlMessage& message);
 
   bool IsConnected() const { return phase_ == Phase::Connected; }
+  bool IsConnectedTo(const Wifi::Util::MACAddress& bssid) const { return IsConnected() && bssid_ == bssid; }
   const std::string& GetInterface() const { return interface_; }
+  /// Of the access point that it has joined or tries to; 0 while it does neither, or has the wrong password.
+  int GetChannel() const;
   LiveUpstream GetLive() const;
 
  private:
   using Phase = LiveUpstream::Phase;
 
   void Fail(const std::string& reason);
+  int ChannelInUse() const;
   void TakeDisabled(const ControlMessage& message);
 
   const Kernel& kernel_;
@@ -39,6 +43,8 @@ class UpstreamWatch {
   Phase phase_ = Phase::Disabled;
   std::string reason_;
   Wifi::Util::MACAddress bssid_;  ///< while connecting or connected
+  int tried_ = 0;                 ///< the channel of the access point that it last tried to join
+  bool isKnown_ = true;           ///< its password, as far as it was heard
   Timers::Duration since_{};      ///< while connected
 };
 

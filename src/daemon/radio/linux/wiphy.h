@@ -28,6 +28,7 @@ struct WiphyBand {
   int maximumWidth = 20;               ///< MHz
   bool highThroughput = false;         ///< 802.11n
   bool veryHighThroughput = false;     ///< 802.11ac
+  bool veryHighThroughput160 = false;  ///< of its own up to 160 MHz, not by 802.11ax alone
   bool highEfficiency = false;         ///< 802.11ax
 
   bool operator==(const WiphyBand&) const = default;

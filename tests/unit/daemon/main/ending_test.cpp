@@ -43,7 +43,7 @@ TEST_F(Endings, RefuseWhatHasNotHadItsTurn) {
   EXPECT_EQ(TakeJournal(),
             (Journal{"announce networks", "answer 3", refused, refused, refused, refused, "end"}));
   EXPECT_EQ(engine_->GetState(), three_);
-  EXPECT_EQ(store_.Saved(), three_);
+  EXPECT_EQ(store_.LastSaved(), three_);
 }
 
 TEST_F(Endings, RefuseWhatComesWhileTheyLast) {

@@ -119,9 +119,12 @@ TEST_F(EventTimersTest, IgnoreAnIdThatIsOver) {
     timers_.Cancel(over);
     timers_.Cancel(over);
     timers_.Cancel(12345);
-    timers_.After(milliseconds(0), Call('b'));
+    timers_.After(milliseconds(0), [this] {
+      called_ += 'b';
+      EndLoop();
+    });
   });
-  RunFor(milliseconds(10));
+  loop_.Run();
   EXPECT_EQ(called_, "ab");
 }
 
@@ -141,10 +144,13 @@ TEST_F(EventTimersTest, AreSetAndCancelledFromActions) {
     called_ += 'a';
     timers_.Cancel(self);
     timers_.Cancel(late);
-    timers_.After(milliseconds(5), Call('c'));
+    timers_.After(milliseconds(5), [&] {
+      called_ += 'c';
+      timers_.After(milliseconds(30), [this] { EndLoop(); });
+    });
     timers_.After(milliseconds(0), Call('b'));
   });
-  RunFor(milliseconds(40));
+  loop_.Run();
   EXPECT_EQ(called_, "abc");
 }
 

@@ -255,6 +255,19 @@ TEST_F(DaemonOptions, RefuseWhatTheFileDoesNotHave) {
                     start + "option 'model' cannot be specified more than once");
 }
 
+TEST_F(DaemonOptions, RefuseWhatIsAPlaceholderOfTheSentence) {
+  const std::string start = "the configuration file " + path_ + " cannot be used: ";
+  ExpectFileRefused("%canonical_option% = 6\n", start + "unrecognised option '%canonical_option%'");
+  ExpectFileRefused("%invalid_line%\n",
+                    start + "the options configuration file contains an invalid line '%invalid_line%'");
+  EXPECT_EQ(FailureOf(WithFile({"--%canonical_option%"})), "unrecognised option '--%canonical_option%'");
+}
+
+TEST_F(DaemonOptions, KeepPercentSignsInValues) {
+  Configure("bridge = %value%\n");
+  EXPECT_EQ(ParseWithFile().bridge, "%value%");
+}
+
 TEST_F(DaemonOptions, RefuseAFileThatCannotBeRead) {
   const std::string missing = directory_ / "missing.conf";
   EXPECT_EQ(FailureOf({"--config", missing}), "the configuration file " + missing + " cannot be read");

@@ -38,6 +38,24 @@ TEST(LoadState, SwitchesABroadcastLimitOffThatTheRadiosCannotKeepToAndSaysSo) {
       << errors.Text();
 }
 
+TEST(LoadState, SaysWhichRadioStaysOffForWantOfAChannel) {
+  Journal journal;
+  FakeStore store(journal);
+  Capabilities router = TriBandRouter();
+  router.radios[2].findsRadars = false;
+  const Log log(Severity::Warning);
+  const std::string why =
+      "the radio Band5GHz_2 cannot look out for radars (DFS), which all of its channels take in the country "
+      "DE: it stays off\n";
+  for (const bool wasSetUp : {false, true}) {
+    const CapturedStream errors(std::cerr);
+    const State state = LoadState(store, router, CountryCode::DE, log);
+    EXPECT_EQ(MakeFirstState(router, CountryCode::DE), state);
+    EXPECT_NE(std::string::npos, errors.Text().find(why)) << wasSetUp << errors.Text();
+    ASSERT_TRUE(store.Save(MakeFirstState(TriBandRouter(), CountryCode::DE)).Succeeded());
+  }
+}
+
 }  // namespace
 
 }  // namespace TALO::Wifid

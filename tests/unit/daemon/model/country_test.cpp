@@ -79,6 +79,43 @@ TEST(UsableChannels, AreTheAllowedOnesThatTheRadioHas) {
   EXPECT_EQ(UsableChannels(ZW, radio), Channels{});
 }
 
+RadioCapability WithoutRadars(RadioCapability radio) {
+  radio.findsRadars = false;
+  return radio;
+}
+
+TEST(UsableChannels, TakeNoLookingOutForRadarsOnARadioThatDoesNot) {
+  const RadioCapability all = WithoutRadars(DualBandRouter().radios[1]);
+  EXPECT_EQ(UsableChannels(DE, all), (Channels{36, 40, 44, 48}));
+  EXPECT_EQ(UsableChannels(US, all), (Channels{36, 40, 44, 48, 149, 153, 157, 161, 165}));
+  EXPECT_EQ(UsableChannels(DE, WithoutRadars(TriBandRouter().radios[2])), Channels{});
+  EXPECT_EQ(UsableChannels(DE, WithoutRadars(TriBandRouter().radios[0])), k1To13);
+}
+
+TEST(WhyOff, SaysWhyARadioHasNoChannel) {
+  RadioCapability upper = TriBandRouter().radios[2];
+  EXPECT_EQ(WhyOff(DE, upper), "");
+  EXPECT_EQ(WhyOff(CN, upper), "the radio Band5GHz_2 has no channel that the country CN allows");
+  EXPECT_EQ(WhyOff(DE, WithoutRadars(upper)),
+            "the radio Band5GHz_2 cannot look out for radars (DFS), which all of its channels take in the "
+            "country DE");
+  upper.channels.push_back(149);
+  EXPECT_EQ(WhyOff(US, WithoutRadars(upper)), "");
+}
+
+TEST(SetCountryCode, SetsARadioToAutomaticThatCannotFindTheRadarsThere) {
+  Capabilities router = TriBandRouter();
+  router.radios[2].channels = {100, 104, 149, 153};
+  router.radios[2].findsRadars = false;
+  State state = MakeFirstState(router, US);
+  state.radios[2].channel = 149;
+  const State inFrance = StateAfter(SetCountryCode(state, router, FR));
+  ASSERT_EQ(inFrance.radios.size(), 3U);
+  EXPECT_EQ(inFrance.radios[2].channel, kAutomaticChannel);
+  EXPECT_TRUE(inFrance.radios[2].enable);
+  EXPECT_EQ(StateAfter(SetCountryCode(inFrance, router, DE)).country, DE);
+}
+
 const std::string kEurope = "2.4 GHz: 1-13; 5 GHz: 36-64, 100-140";
 const std::string kUnitedStates = "2.4 GHz: 1-11; 5 GHz: 36-64, 100-144, 149-165";
 

@@ -31,6 +31,28 @@ TEST(MakeFirstState, HasNoNetworkAndEveryRadioOn) {
   EXPECT_EQ(MakeFirstState(DualBandRadios(), CountryCode::DE), expected);
 }
 
+TEST(MakeFirstState, LeavesTheChannelToARadioThatCannotUseThatOfItsBand) {
+  Capabilities router = TriBandRadios();
+  router.radios[2].findsRadars = false;
+  router.radios[2].channels = {100, 104, 149};
+  router.radios[0].channels = {1, 11};
+  router.radios[1].maximumChannelWidth = 40;
+  const std::vector<RadioState> expected = {{Band2_4GHz, true, kAutomaticChannel, 20, 100, 6},
+                                            {Band5GHz_1, true, 36, 40, 100, 6},
+                                            {Band5GHz_2, true, kAutomaticChannel, 80, 100, 6}};
+  EXPECT_EQ(MakeFirstState(router, CountryCode::US).radios, expected);
+}
+
+TEST(AdaptToRadios, FitsWhatOtherHardwareWasSetTo) {
+  State state = MakeState(1, {});
+  state.radios[0] = {Band2_4GHz, false, 13, 40, 50, 4};
+  Capabilities router = TriBandRadios();
+  router.radios[0].maximumChannelWidth = 20;
+  State expected = state;
+  expected.radios[0] = {Band2_4GHz, false, kAutomaticChannel, 20, 50, 4};
+  EXPECT_EQ(AdaptToRadios(state, router), expected);
+}
+
 TEST(AdaptToRadios, LeavesAStateAsItIsThatFits) {
   State state = MakeState(4, {MakeNetwork(3, 2, "Home")});
   state.radios[0] = {Band2_4GHz, false, 11, 40, 50, 4};

@@ -100,6 +100,18 @@ TEST(BackhaulRadio, IsTheUpperOneUnlessSwapped) {
   EXPECT_EQ(BackhaulRadio(state, TriBandRouter()), Band5GHz_1);
 }
 
+/// All channels of its upper radio take looking out for radars, which it does not.
+Capabilities RouterWithoutRadars() {
+  Capabilities router = TriBandRouter();
+  router.radios[2].findsRadars = false;
+  return router;
+}
+
+TEST(BackhaulRadio, IsTheLowerOneWhereTheUpperHasNoChannel) {
+  const State state = MakeFirstState(RouterWithoutRadars(), CountryCode::DE);
+  EXPECT_EQ(BackhaulRadio(state, RouterWithoutRadars()), Band5GHz_1);
+}
+
 TEST(BackhaulRadio, IsTheHighestOfARouterWithoutTwo) {
   EXPECT_EQ(BackhaulRadio(StateWithNetworks(DualBandRouter(), 0), DualBandRouter()), Band5GHz);
   EXPECT_EQ(BackhaulRadio(StateWithNetworks(LowBandRouter(), 0), LowBandRouter()), Band2_4GHz);
@@ -153,6 +165,15 @@ TEST(SwapBackhaulBand, IsNotSupportedWithoutTwo) {
   }
 }
 
+TEST(SwapBackhaulBand, IsNotSupportedWhereTheUpperRadioHasNoChannel) {
+  const State state = MakeFirstState(RouterWithoutRadars(), CountryCode::DE);
+  EXPECT_EQ(WhyNot(SwapBackhaulBand(state, RouterWithoutRadars(), true)),
+            (Refusal{ErrorCode::NotSupported,
+                     "the radio Band5GHz_2 cannot look out for radars (DFS), which all of its channels take "
+                     "in the country DE"}));
+  EXPECT_EQ(StateAfter(SwapBackhaulBand(state, RouterWithoutRadars(), false)), state);
+}
+
 /// All radios up, on the channels of a new router.
 std::vector<LiveRadio> AsNew() {
   std::vector<LiveRadio> live(3);
@@ -199,6 +220,13 @@ TEST(IsWifiAdjustNeeded, IsFalseForARadioThatIsNotEnabled) {
   live[1].up = false;
   live[1].channel = 0;
   EXPECT_FALSE(NeedsAdjusting(state, live));
+}
+
+TEST(IsWifiAdjustNeeded, IsFalseForARadioThatHasNoChannel) {
+  std::vector<LiveRadio> live = AsNew();
+  live[2].up = false;
+  EXPECT_FALSE(IsWifiAdjustNeeded(MakeFirstState(RouterWithoutRadars(), CountryCode::DE),
+                                  RouterWithoutRadars(), live));
 }
 
 TEST(IsWifiAdjustNeeded, IsFalseOnAnyChannelOfAnAutomaticRadio) {

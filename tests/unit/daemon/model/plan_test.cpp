@@ -122,6 +122,25 @@ TEST(MakePlan, HoldsEveryRadioWhenThereIsNoNetwork) {
   EXPECT_EQ(MakePlan(MakeState(1, {}), TriBandRadios(), {}), expected);
 }
 
+TEST(MakePlan, LeavesARadioOffThatHasNoChannelInTheCountry) {
+  Capabilities router = TriBandRadios();
+  router.radios[2].findsRadars = false;
+  State state = MakeState(2, {MakeNetwork(1, 1, "Home")});
+  state.radios[2].channel = kAutomaticChannel;
+  const auto isOn = [&] {
+    std::vector<bool> on;
+    for (const RadioPlan& plan : MakePlan(state, router, {})) {
+      on.push_back(plan.enable);
+    }
+    return on;
+  };
+  EXPECT_EQ(isOn(), (std::vector<bool>{true, true, false}));
+  router.radios[2].channels.push_back(149);
+  EXPECT_EQ(isOn(), (std::vector<bool>{true, true, false}));
+  state.country = CountryCode::US;
+  EXPECT_EQ(isOn(), (std::vector<bool>{true, true, true}));
+}
+
 TEST(MakePlan, FollowsTheOrderOfTheCapabilities) {
   State state = MakeState(1, {});
   std::swap(state.radios[0], state.radios[2]);

@@ -144,6 +144,19 @@ TEST(ModifyStation, RefusesRadiosNamesAndAddressesThatCannotBe) {
   }
 }
 
+TEST(ModifyStation, RefusesToEnableOneOnARadioThatHasNoChannel) {
+  Capabilities router = TriBandRouter();
+  router.radios[2].findsRadars = false;
+  Wifi::StationSetting setting = Upstream();
+  setting.radio = RadioFrequency::Band5GHz_2;
+  EXPECT_EQ(WhyNot(ModifyStation(FirstState(), router, setting)),
+            (Refusal{ErrorCode::NotSupported,
+                     "the radio Band5GHz_2 cannot look out for radars (DFS), which all of its channels take "
+                     "in the country DE"}));
+  setting.enable = false;
+  EXPECT_TRUE(ModifyStation(FirstState(), router, setting).Succeeded());
+}
+
 TEST(ModifyStation, RefusesCredentialsThatDoNotFitTheSecurityMode) {
   for (const auto& [setting, sentence] : BadCredentials()) {
     EXPECT_EQ(WhyNot(ModifyStation(FirstState(), TriBandRouter(), setting)),

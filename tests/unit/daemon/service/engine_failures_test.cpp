@@ -9,7 +9,7 @@ class FailingEngines : public EngineTest {
   /// Expects that state, store and radios are as they were; only the ID that was given out stays used.
   void ExpectAsBefore() const {
     EXPECT_EQ(engine_->GetState(), MakeState(4, two_.networks));
-    EXPECT_EQ(store_.Saved(), engine_->GetState());
+    EXPECT_EQ(store_.LastSaved(), engine_->GetState());
     EXPECT_EQ(LiveNow(), LiveOf(two_));
   }
 };
@@ -72,7 +72,7 @@ TEST_F(FailingEngines, LeaveARadioAloneThatTheChangeDidNotTouch) {
   EXPECT_EQ(TakeJournal(), (Journal{"save 1 2, joins Cafe", "apply Band5GHz_1: 1 2, joins Cafe", "save 1 2",
                                     "apply Band5GHz_1: 1 2", "Radio failed: wlan1 does not come up"}));
   EXPECT_EQ(engine_->GetState(), two_);
-  EXPECT_EQ(store_.Saved(), two_);
+  EXPECT_EQ(store_.LastSaved(), two_);
   EXPECT_EQ(LiveNow(), LiveOf(two_));
 }
 
@@ -112,7 +112,7 @@ TEST_F(FailingEngines, KeepWhatWasChangedOnAnotherRadioMeanwhile) {
   EXPECT_EQ(TakeJournal(), (Journal{"Radio failed: wlan0 does not come up"}));
   const State expected = WithJoined(two_, Band5GHz_1, "Hotel");
   EXPECT_EQ(engine_->GetState(), expected);
-  EXPECT_EQ(store_.Saved(), expected);
+  EXPECT_EQ(store_.LastSaved(), expected);
   EXPECT_EQ(driver_.LastPlans(), MakePlan(expected, TriBandRadios(), {}));
 }
 
@@ -138,7 +138,7 @@ TEST_F(FailingEngines, SayThatTheRadiosAreNotBackAndStillAnswer) {
   EXPECT_EQ(TakeJournal(), Join(Journal{"save 1 2 3"}, AppliedOnAll("1 2 3"), Journal{"save 1 2"},
                                 AppliedOnAll("1 2"), Journal{"Radio failed: wlan1 does not come up"}));
   EXPECT_EQ(engine_->GetState(), MakeState(4, two_.networks));
-  EXPECT_EQ(store_.Saved(), engine_->GetState());
+  EXPECT_EQ(store_.LastSaved(), engine_->GetState());
   EXPECT_EQ(errors_.Text(),
             "err: wlan1 does not come up\n"
             "crit: the radios are not back as they were: wlan1 is gone\n");
@@ -169,7 +169,7 @@ TEST_F(FailingEngines, TakeTheNextChangeEvenWhenNothingCouldBeTakenBack) {
   JoinUpstream(Band5GHz_1, "Hotel");
   driver_.FinishAll();
   EXPECT_EQ(TakeJournal(), (Journal{"save 1 2, joins Hotel", "apply Band5GHz_1: 1 2, joins Hotel", "done"}));
-  EXPECT_EQ(store_.Saved(), WithJoined(two_, Band5GHz_1, "Hotel"));
+  EXPECT_EQ(store_.LastSaved(), WithJoined(two_, Band5GHz_1, "Hotel"));
 }
 
 }  // namespace

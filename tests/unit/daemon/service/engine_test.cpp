@@ -64,7 +64,7 @@ TEST_F(Engines, SaveThenApplyThenAnnounceThenAnswerACreatedNetwork) {
   driver_.Finish(Band5GHz_2);
   EXPECT_EQ(TakeJournal(), (Journal{"announce networks", "answer 3"}));
   EXPECT_EQ(engine_->GetState(), three_);
-  EXPECT_EQ(store_.Saved(), three_);
+  EXPECT_EQ(store_.LastSaved(), three_);
   EXPECT_EQ(driver_.LastPlans(), MakePlan(three_, TriBandRadios(), {}));
   EXPECT_EQ(LiveNow(), LiveOf(three_));
   EXPECT_EQ(errors_.Text(), "");
@@ -76,7 +76,7 @@ TEST_F(Engines, SaveThenApplyThenAnnounceThenAnswerADeletedNetwork) {
   EXPECT_EQ(TakeJournal(), Join(Journal{"save 2"}, AppliedOnAll("2"), Journal{"announce networks", "done"}));
   const State expected = MakeState(3, {MakeNetwork(2, 2, "Two")});
   EXPECT_EQ(engine_->GetState(), expected);
-  EXPECT_EQ(store_.Saved(), expected);
+  EXPECT_EQ(store_.LastSaved(), expected);
   EXPECT_EQ(LiveNow(), LiveOf(expected));
 }
 
@@ -96,7 +96,7 @@ TEST_F(Engines, SaveAndAnnounceAChangeThatNoRadioNoticesAndAnswerAtOnce) {
   engine_->Make<void>([expected](const State&) { return Result<Change<void>>(Change<void>{expected}); },
                       NoteResult());
   EXPECT_EQ(TakeJournal(), (Journal{"save 1 2", "announce networks", "done"}));
-  EXPECT_EQ(store_.Saved(), expected);
+  EXPECT_EQ(store_.LastSaved(), expected);
 }
 
 TEST_F(Engines, NeitherSaveNorApplyWhatChangesNothing) {
@@ -108,7 +108,7 @@ TEST_F(Engines, NeitherSaveNorApplyWhatChangesNothing) {
       },
       [this](const Result<int>& result) { journal_.push_back("answer " + std::to_string(result.Value())); });
   EXPECT_EQ(TakeJournal(), (Journal{"done", "answer 7"}));
-  EXPECT_FALSE(store_.Saved());
+  EXPECT_FALSE(store_.LastSaved());
 }
 
 TEST_F(Engines, NeitherSaveNorApplyWhatIsRefused) {
@@ -149,7 +149,7 @@ TEST_F(Engines, EvaluateSchedulesWithoutSavingOrAnnouncing) {
   engine_->EvaluateSchedules(NoteResult());
   driver_.FinishAll();
   EXPECT_EQ(TakeJournal(), (Journal{"apply Band5GHz_1: 1 2", "Radio failed: wlan1 does not come up"}));
-  EXPECT_FALSE(store_.Saved());
+  EXPECT_FALSE(store_.LastSaved());
 }
 
 TEST_F(Engines, RestartWhatIsNotAsItShouldBe) {
@@ -157,7 +157,7 @@ TEST_F(Engines, RestartWhatIsNotAsItShouldBe) {
   driver_.FinishAll();
   EXPECT_EQ(TakeJournal(), Join(AppliedOnAll("1 2"), Journal{"done"}));
   EXPECT_EQ(driver_.LastPlans(), MakePlan(two_, TriBandRadios(), {}));
-  EXPECT_FALSE(store_.Saved());
+  EXPECT_FALSE(store_.LastSaved());
 }
 
 TEST_F(Engines, RestartEverythingAndAnswerWhenAllRadiosAreDone) {

@@ -132,7 +132,7 @@ TEST_F(RequestSequences, AnswerEachOnceAndEndWhereTheAnswersSay) {
       ASSERT_FALSE(HasFailure());
     }
     ExpectSettled();
-    EXPECT_EQ(store_.Saved(), expected_);
+    EXPECT_EQ(store_.LastSaved(), expected_);
     EXPECT_EQ(LiveNow(), LiveOf(expected_));
     ASSERT_FALSE(HasFailure());
   }

@@ -1,6 +1,7 @@
 // Each call of a save fails in turn: what the engine makes of it, on a disk that shows it.
 
 #include "daemon/store/state_file.h"
+#include "support/direct_writer.h"
 #include "support/engine_test.h"
 #include "support/simulated_disk.h"
 #include "unit/daemon/model/random_requests.h"
@@ -25,7 +26,7 @@ class FaultyDisks : public EngineTest {
     ASSERT_TRUE(file_.Save(MakeState(1, {})).Succeeded());
     ASSERT_TRUE(file_.Save(state).Succeeded());
     engine_ =
-        std::make_unique<Engine>(Engine::Doors{file_, driver_, clock_, calendar_, announcer_, log_}, state);
+        std::make_unique<Engine>(Engine::Doors{writer_, driver_, clock_, calendar_, announcer_, log_}, state);
     engine_->Start([] {});
     driver_.FinishAll();
     journal_.clear();
@@ -58,6 +59,7 @@ class FaultyDisks : public EngineTest {
 
   SimulatedDisk disk_;
   StateFile file_{disk_, "/state"};
+  DirectWriter writer_{file_};
 };
 
 TEST_F(FaultyDisks, FailTheChangeOfWhateverKindAtWhateverCallAndNothingElse) {

@@ -4,6 +4,7 @@
 #include "support/files.h"
 #include "support/loop_run.h"
 #include "support/temporary_directory.h"
+#include "support/tracer.h"
 #include "support/unix_listener.h"
 
 #include <fcntl.h>
@@ -130,9 +131,58 @@ TEST_F(ChildProcessesTest, EndWithTheirObject) {
   UntilLines(1);
   EXPECT_TRUE(IsThere(lines_[0]));
   child.reset();
-  EXPECT_FALSE(IsThere(lines_[0]));
+  run_.Until("its end", [this] { return !IsThere(lines_[0]); });
   run_.TurnWhileReady();
   EXPECT_EQ(ended_, Lines{});
+}
+
+TEST_F(ChildProcessesTest, EndWithTheirObjectAlsoWhenTheyAreStopped) {
+  auto child = Start(Shell("echo $$; kill -STOP $$"));
+  UntilLines(1);
+  int status = 0;
+  ASSERT_EQ(waitpid(std::stoi(lines_[0]), &status, WUNTRACED), std::stoi(lines_[0]));
+  ASSERT_TRUE(WIFSTOPPED(status));
+  child.reset();
+  run_.Until("its end", [this] { return !IsThere(lines_[0]); });
+}
+
+TEST_F(ChildProcessesTest, AreNotWaitedForAndNotStartedAgainBeforeTheyAreGone) {
+  const Children::Program program = Shell("echo $$; sleep 1000");
+  auto child = Start(program);
+  UntilLines(1);
+  {
+    const Tracer tracer(std::stoi(lines_[0]));
+    child.reset();
+    EXPECT_TRUE(IsThere(lines_[0]));
+    run_.TurnWhileReady();
+    EXPECT_EQ(RefusalOf(program), (Refusal{ErrorCode::RadioFailed,
+                                           "the program /bin/sh cannot be started: the one before was killed "
+                                           "and is not gone yet"}));
+    EXPECT_NE(Start(Shell("echo another")), nullptr);
+  }
+  run_.Until("another start", [&] { return (child = Start(program)) != nullptr; });
+  EXPECT_FALSE(IsThere(lines_[0]));
+}
+
+TEST_F(ChildProcessesTest, AreGoneWithTheirDoor) {
+  std::string id;
+  {
+    ChildProcesses others(run_.Get());
+    const auto child = others.Start(
+        Shell("echo $$; sleep 1000"), [&id](const std::string& line) { id = line; },
+        [](const std::string&) {});
+    run_.Until("a line", [&id] { return !id.empty(); });
+  }
+  EXPECT_FALSE(IsThere(id));
+}
+
+TEST_F(ChildProcessesTest, ThatEndThoughNobodyCanSayHowAreSaidToHaveEnded) {
+  const auto child = Start(Shell("echo $$; exec sleep 1000"));
+  UntilLines(1);
+  const Tracer tracer(std::stoi(lines_[0]));
+  kill(std::stoi(lines_[0]), SIGKILL);
+  run_.Until("the end", [this] { return !ended_.empty(); });
+  EXPECT_EQ(ended_, Lines{"nobody knows how yet"});
 }
 
 TEST_F(ChildProcessesTest, TakeWhatTheyStartedWithThem) {
@@ -148,7 +198,8 @@ TEST_F(ChildProcessesTest, TakeWhatTheyStartedWithThem) {
       child.reset();
     }
     EndToEnd::WaitUntilReadable(end.Get(), "the end of what was started");
-    EXPECT_EQ(waitpid(std::stoi(lines_[0]), nullptr, 0), std::stoi(lines_[0]));
+    // It is this process's own only once who started it is gone.
+    run_.Until("the orphan", [this] { return waitpid(std::stoi(lines_[0]), nullptr, WNOHANG) > 0; });
   }
   prctl(PR_SET_CHILD_SUBREAPER, 0);
 }

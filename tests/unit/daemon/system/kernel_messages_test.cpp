@@ -118,6 +118,14 @@ TEST(ReadCountry, ReadsWhatARealKernelTold) {
   EXPECT_EQ(ReadCountry({}), "");
 }
 
+TEST(ReadCountry, TakesNothingThatIsNoCountry) {
+  for (const std::string code : {"", "D", "DEU"}) {
+    EXPECT_EQ(ReadCountry({WirelessMessage(NL80211_CMD_GET_REG, Attribute(NL80211_ATTR_REG_ALPHA2, code))}),
+              "")
+        << code;
+  }
+}
+
 TEST(IsCountryChange, IsSoForThatEventAlone) {
   EXPECT_TRUE(IsCountryChange(WirelessMessage(NL80211_CMD_REG_CHANGE, "")));
   EXPECT_FALSE(IsCountryChange(WirelessMessage(NL80211_CMD_REG_BEACON_HINT, "")));

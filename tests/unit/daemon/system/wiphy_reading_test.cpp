@@ -249,6 +249,16 @@ TEST(ReadWiphys, KnowsHowWideABandGoes) {
   EXPECT_EQ(Width2_4GHz(HT(0x0000) + HE(kAccessPoint, 0x0C)), 20);
 }
 
+TEST(ReadWiphys, KnowsWhether80211acGoesTo160MHz) {
+  const auto goes = [](const std::string& attributes) {
+    return Read(Band(NL80211_BAND_5GHZ, HT(0x0002) + attributes)).band5GHz->veryHighThroughput160;
+  };
+  EXPECT_TRUE(goes(VHT(0x00000004)));
+  EXPECT_TRUE(goes(VHT(0x00000008)));
+  EXPECT_FALSE(goes(VHT(0xFFFFFFF3) + HE(kAccessPoint, 0x08)));
+  EXPECT_FALSE(goes(HE(kAccessPoint, 0x08)));
+}
+
 TEST(ReadWiphys, KnowsTheStandardsOfABand) {
   const auto band = Read(Band(NL80211_BAND_5GHZ, HT(0))).band5GHz;
   EXPECT_TRUE(band->highThroughput);
@@ -275,6 +285,12 @@ TEST(ReadWiphys, KnowsWhatTheCountryAllowsOnAChannel) {
             (WiphyChannel{36, 5180, false, false, false, 20, 160}));
   EXPECT_EQ(read({NL80211_FREQUENCY_ATTR_NO_HT40_MINUS, NL80211_FREQUENCY_ATTR_NO_HT40_PLUS}),
             (WiphyChannel{36, 5180, false, false, false, 20, 20}));
+}
+
+TEST(ReadWiphys, PassesOverWhatIsBelowEveryChannel) {
+  const auto bands = Read(Band(NL80211_BAND_2GHZ, Frequencies(Channel(0, {}) + Channel(2411, {}) +
+                                                              Channel(0x80000000U, {}) + Channel(2412, {}))));
+  EXPECT_EQ(bands.band2_4GHz->channels, (Channels{{1, 2412, false, false, false, 20, 20}}));
 }
 
 TEST(ReadWiphys, OrdersAndNumbersChannels) {

@@ -96,6 +96,7 @@ ChannelSettings SettingsOf(const WiphyBand& band, bool band5GHz, int channel, in
       }
     }
   }
+  settings.veryHighThroughput160 = settings.width == 160 && band.veryHighThroughput160;
   return settings;
 }
 

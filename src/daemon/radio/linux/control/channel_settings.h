@@ -13,9 +13,10 @@ struct ChannelSettings {
   int width = 20;     ///< MHz
   int secondary = 0;  ///< where the secondary 20 MHz lie: 1 above, -1 below, 0 for a width of 20 MHz
   int centre = 0;     ///< channel number of the middle of 80 or 160 MHz, 0 for less
-  bool highThroughput = false;      ///< 802.11n
-  bool veryHighThroughput = false;  ///< 802.11ac
-  bool highEfficiency = false;      ///< 802.11ax
+  bool highThroughput = false;         ///< 802.11n
+  bool veryHighThroughput = false;     ///< 802.11ac
+  bool veryHighThroughput160 = false;  ///< the width is 160 MHz by 802.11ac too
+  bool highEfficiency = false;         ///< 802.11ax
 
   bool operator==(const ChannelSettings&) const = default;
 };

@@ -14,6 +14,8 @@ namespace {
 
 using Fields = std::map<std::string, std::string>;
 
+constexpr const char* kListHeardWithoutElements = "BSS RANGE=ALL MASK=0x21a87";
+
 /// On lines of their own: an SSID may end like them.
 constexpr std::string_view kEntryEnd = "\n====\n";
 
@@ -163,10 +165,15 @@ std::string ShownSSID(const std::string& printed) {
 
 }  // namespace
 
-std::string ListHeardAfter(int id) {
-  std::string command = kListHeard;
+std::string ListHeardAfter(int id, Elements elements) {
+  std::string command = elements == Elements::With ? kListHeard : kListHeardWithoutElements;
   constexpr std::string_view kAll = "ALL";
   return command.replace(command.find(kAll), kAll.size(), std::to_string(id + 1LL) + "-");
+}
+
+std::string FirstHeard(const std::string& reply) {
+  const std::size_t end = reply.find(kEntryEnd);
+  return end == std::string::npos ? reply : reply.substr(0, end + kEntryEnd.size());
 }
 
 std::vector<Wifi::ScanResult> ReadHeard(const std::string& reply, Wifi::Util::RadioFrequency radio) {
@@ -187,7 +194,7 @@ std::vector<Wifi::ScanResult> ReadHeard(const std::string& reply, Wifi::Util::Ra
     result.signal = ReadNumber(entry["level"]).value_or(0);
     result.securityMode = SecurityOf(flags);
     result.wps = std::ranges::any_of(flags, [](std::string_view flag) { return flag.starts_with("WPS"); });
-    result.age = ReadNumber(entry["age"]).value_or(0);
+    result.age = std::max(ReadNumber(entry["age"]).value_or(0), 0);
     results.push_back(std::move(result));
   }
   return results;

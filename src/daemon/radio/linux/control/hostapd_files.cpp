@@ -1,6 +1,7 @@
 #include "daemon/radio/linux/control/hostapd_files.h"
 
 #include "client/bytes.h"
+#include "daemon/model/text.h"
 #include "daemon/radio/linux/control/config_text.h"
 #include "daemon/radio/linux/control/passphrases.h"
 #include "daemon/radio/security_modes.h"
@@ -69,7 +70,8 @@ void SetChannel(ConfigText& text, const ChannelSettings& channel) {
   }
   if (channel.veryHighThroughput) {
     text.Set("ieee80211ac", 1);
-    if (channel.width == 160) {
+    // hostapd refuses the radio where its hardware does not say so of 802.11ac.
+    if (channel.veryHighThroughput160) {
       text.Set("vht_capab", "[VHT160]");
     }
     SetWidth(text, "vht", channel);
@@ -184,7 +186,7 @@ std::string BSSFile(const HostapdSetup& setup, const BSSPlan& bss, const std::st
     text.Set("bridge", bridge);
   }
   if (bss.networkId == kBackhaulNetworkId) {
-    text.Set("wds_sta", 1);
+    text.Set("wds_sta", 1).Set("max_num_sta", kMostNodes);
   }
   SetSecurity(text, bss);
   SetAccess(text, bss.access, access);
@@ -204,8 +206,14 @@ std::string DenyFile(const AccessPlan& access) {
 
 bool CanCarry(SecurityMode mode) { return mode == SecurityMode::Disabled || SecurityOf(mode).has_value(); }
 
-bool HasWPS(const BSSPlan& bss) {
-  return bss.networkId != kBackhaulNetworkId && !bss.hidden && IsForWPS(bss.securityMode);
+std::string WhyNoWPS(const BSSPlan& bss) {
+  if (bss.networkId == kBackhaulNetworkId) {
+    return "for the backhaul";
+  }
+  if (!IsForWPS(bss.securityMode)) {
+    return "with the security mode " + NameOrNumber(bss.securityMode);
+  }
+  return bss.hidden ? "while its SSID is hidden" : "";
 }
 
 }  // namespace TALO::Wifid

@@ -27,6 +27,10 @@ struct AccessPaths {
   std::string deny;
 };
 
+/// Stations that a backhaul BSS takes at once. hostapd makes an interface for each, as in "wlan0_0.sta99",
+/// with the lowest number that is free.
+inline constexpr int kMostNodes = 99;
+
 /// One BSS. `bridge` is where its stations' traffic goes, empty for none; a backhaul BSS is in 4-address
 /// mode. Modes that need an authentication server and modes that hostapd does not know are not for here, see
 /// CanCarry().
@@ -40,7 +44,8 @@ std::string DenyFile(const AccessPlan& access);
 /// server, and not WEP.
 bool CanCarry(SecurityMode mode);
 
-/// Whether a BSS of this mode is set up for WPS; one with a hidden SSID is not.
-bool HasWPS(const BSSPlan& bss);
+/// Why a BSS is not set up for WPS, as in "while its SSID is hidden"; empty where it is.
+std::string WhyNoWPS(const BSSPlan& bss);
+inline bool HasWPS(const BSSPlan& bss) { return WhyNoWPS(bss).empty(); }
 
 }  // namespace TALO::Wifid

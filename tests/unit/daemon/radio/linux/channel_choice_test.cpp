@@ -95,6 +95,15 @@ TEST(ChannelChoice, ChoosesTheFirstFreeChannelAndStaysThere) {
       WhyNot(ChooseChannel(plan, Radio(), BandWith([](WiphyChannel& each) { each.disabled = true; }), {})));
 }
 
+TEST(ChannelChoice, FollowsTheRadiosOwnStationWhereItCan) {
+  const WiphyBand band = BandWith([](WiphyChannel& each) { each.radar = each.number >= 52; });
+  const RadioPlan plan = PlanWith(kAutomaticChannel, 20);
+  EXPECT_EQ(44, ValueOf(ChooseChannel(plan, Radio(), band, On(48), 44)).channel);
+  EXPECT_EQ(48, ValueOf(ChooseChannel(plan, Radio(), band, On(48), 52)).channel);
+  EXPECT_EQ(36, ValueOf(ChooseChannel(plan, Radio(), band, {}, 52)).channel);
+  EXPECT_EQ(40, ValueOf(ChooseChannel(PlanWith(40, 20), Radio(), band, On(40), 44)).channel);
+}
+
 TEST(TransmitPower, IsAPercentageOfWhatTheCountryAllows) {
   const WiphyBand band =
       BandWith([](WiphyChannel& each) { each.maximumPower = each.number == 36 ? 23 : 30; });
@@ -110,6 +119,7 @@ TEST(TransmitPower, IsAPercentageOfWhatTheCountryAllows) {
 
 TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
   RadioHardware able;
+  able.maximumAccessPoints = 3;
   able.maximumStations = 2;
   able.fourAddress = true;
   const auto bss = [](SecurityMode mode) {
@@ -117,6 +127,16 @@ TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
       plan.bsss.emplace_back();
       plan.bsss.back().interface = "wlan1_1";
       plan.bsss.back().securityMode = mode;
+    };
+  };
+  const auto accessPoints = [](int maximum, const std::vector<int>& networks) {
+    return [maximum, networks](RadioHardware& hardware, RadioPlan& plan) {
+      hardware.maximumAccessPoints = maximum;
+      for (const int network : networks) {
+        plan.bsss.emplace_back();
+        plan.bsss.back().networkId = network;
+        plan.bsss.back().securityMode = SecurityMode::PersonalWPA2;
+      }
     };
   };
   const auto station = [](SecurityMode mode, int maximum) {
@@ -145,6 +165,15 @@ TEST(Abilities, RefuseWhatHardwareOrProgramsCannotDo) {
          plan.broadcastLimit = {{}, true, 10};
        },
        "cannot limit broadcasts"},
+      {accessPoints(1, {1}), ""},
+      {accessPoints(1, {kBackhaulNetworkId}), ""},
+      {accessPoints(1, {kBackhaulNetworkId, 1}),
+       "cannot bring up 2 access points: its hardware has 1 at once"},
+      {accessPoints(3, {kBackhaulNetworkId, 1}), ""},
+      {accessPoints(2, {1}), ""},
+      {accessPoints(2, {kBackhaulNetworkId}), ""},
+      {accessPoints(2, {kBackhaulNetworkId, 1}),
+       "cannot bring up 2 access points: its hardware has 2 at once, one of which holds the radio"},
       {bss(SecurityMode::PersonalWPA3), ""},
       {bss(SecurityMode::Disabled), ""},
       {bss(SecurityMode::WEP), "cannot bring up wlan1_1 with the security mode WEP"},

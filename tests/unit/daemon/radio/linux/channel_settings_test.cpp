@@ -13,7 +13,7 @@ void PrintTo(const ChannelSettings& settings, std::ostream* out) {
   *out << (settings.band5GHz ? "5 GHz" : "2.4 GHz") << " channel " << settings.channel << " width "
        << settings.width << " secondary " << settings.secondary << " centre " << settings.centre
        << (settings.highThroughput ? " n" : "") << (settings.veryHighThroughput ? " ac" : "")
-       << (settings.highEfficiency ? " ax" : "");
+       << (settings.veryHighThroughput160 ? " 160" : "") << (settings.highEfficiency ? " ax" : "");
 }
 
 namespace {
@@ -158,6 +158,14 @@ TEST(SettingsOf, HaveNoWidthThatTheRadioCannotDo) {
 
   band.highThroughput = false;
   EXPECT_EQ(SettingsOf(band, true, 36, 0), (ChannelSettings{.band5GHz = true, .channel = 36, .width = 20}));
+}
+
+TEST(SettingsOf, SayWhether160MHzAreThoseOf80211acToo) {
+  WiphyBand band = Band5GHz();
+  EXPECT_FALSE(SettingsOf(band, true, 36, 160).veryHighThroughput160);
+  band.veryHighThroughput160 = true;
+  EXPECT_TRUE(SettingsOf(band, true, 36, 160).veryHighThroughput160);
+  EXPECT_FALSE(SettingsOf(band, true, 36, 80).veryHighThroughput160);
 }
 
 TEST(ChannelAt, IsTheNumberOfAFrequencyOfEitherBand) {

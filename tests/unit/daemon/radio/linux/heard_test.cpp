@@ -63,6 +63,14 @@ TEST(ReadHeard, ReadsWhatWasRecorded) {
                      Heard("01", "Net Disabled", SecurityMode::Disabled, false)}));
 }
 
+TEST(ReadHeard, TakesNothingForHeardInTheFuture) {
+  std::string entry = Entry("[ESS]", "");
+  entry.replace(entry.find("age=7"), 5, "age=-7");
+  const Results results = ReadHeard(entry, RadioFrequency::Band5GHz);
+  ASSERT_EQ(results.size(), 1U);
+  EXPECT_EQ(results.front().age, 0);
+}
+
 TEST(ReadHeard, ReadsTheWidthsThatWereRecorded) {
   const Results narrow = ReadHeard(Recorded("heard-40MHz.txt"), RadioFrequency::Band5GHz);
   ASSERT_EQ(narrow.size(), 1U);
@@ -82,6 +90,7 @@ TEST(ReadHeard, GoesOnWhereALongAnswerEnded) {
   EXPECT_EQ(LastHeardId(Recorded("heard-rest.txt")), 14);
   EXPECT_EQ(LastHeardId(""), -1);
   EXPECT_EQ(ListHeardAfter(-1), "BSS RANGE=0- MASK=0x21e87");
+  EXPECT_EQ(ListHeardAfter(6, Elements::Without), "BSS RANGE=7- MASK=0x21a87");
 }
 
 TEST(ReadHeard, KnowsTheModeByItsFlags) {
@@ -177,6 +186,13 @@ TEST(ReadHeard, LeavesOutAnEntryThatDidNotComeWhole) {
   const std::string cut = reply.substr(0, whole - 1);
   EXPECT_EQ(ReadHeard(cut, RadioFrequency::Band5GHz).size(), 6U);
   EXPECT_EQ(LastHeardId(cut), 5);
+}
+
+TEST(FirstHeard, IsTheFirstEntryAlone) {
+  const std::string first = "id=3\nssid=a\n====\n";
+  EXPECT_EQ(FirstHeard(first + "id=4\nssid=b\n####\n"), first);
+  EXPECT_EQ(FirstHeard("id=3\nssid=a\n####\n"), "id=3\nssid=a\n####\n");
+  EXPECT_EQ(FirstHeard(""), "");
 }
 
 }  // namespace

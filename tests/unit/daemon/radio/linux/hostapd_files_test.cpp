@@ -123,6 +123,11 @@ TEST(HostapdFiles, SayHowTheChannelIsUsed) {
   channel.highEfficiency = false;
   EXPECT_EQ(ChannelLines(channel),
             "hw_mode=a\nchannel=36\nwmm_enabled=1\nieee80211n=1\nht_capab=[HT40+]\nieee80211ac=1\n"
+            "vht_oper_chwidth=2\nvht_oper_centr_freq_seg0_idx=50\n");
+
+  channel.veryHighThroughput160 = true;
+  EXPECT_EQ(ChannelLines(channel),
+            "hw_mode=a\nchannel=36\nwmm_enabled=1\nieee80211n=1\nht_capab=[HT40+]\nieee80211ac=1\n"
             "vht_capab=[VHT160]\nvht_oper_chwidth=2\nvht_oper_centr_freq_seg0_idx=50\n");
 }
 
@@ -210,6 +215,7 @@ TEST(BSSFile, OfTheBackhaulCarriesOtherNodesAndHasNoWPS) {
   EXPECT_EQ(FileOf(bss, "br0"), kBeginning + kHome +
                                     "bridge=br0\n"
                                     "wds_sta=1\n"
+                                    "max_num_sta=99\n"
                                     "wpa=2\nwpa_key_mgmt=WPA-PSK\nrsn_pairwise=CCMP\n" +
                                     kPassphrase);
 }

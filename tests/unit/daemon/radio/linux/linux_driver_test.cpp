@@ -1,8 +1,10 @@
 #include "support/machine/linux_router.h"
+#include "support/routers.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
+#include <tuple>
 
 // The driver as a whole: what it leaves behind, what it keeps to itself, and what it does when it is refused.
 
@@ -98,12 +100,70 @@ TEST_F(LinuxDriverTest, HardwareThatDoesNotCarryTheModelEndsItWithASentence) {
   other.kernel.EnforceCountry("DE");
 }
 
-TEST_F(LinuxDriverTest, ARadioWithoutAnInterfaceGetsOne) {
-  FakeMachine other;
-  ASSERT_TRUE(other.kernel.DeleteInterface("wlan1").Succeeded());
-  const LinuxDriver its(LinuxSetup{.model = SupportedModel::Dune40}, other.Doors());
-  EXPECT_EQ("radio1", its.GetCapabilities().radios.at(1).interface);
-  EXPECT_TRUE(other.kernel.HasInterface("radio1"));
+TEST_F(LinuxDriverTest, ARadioWithoutAnInterfaceGetsOneWhichGoesWithTheDriver) {
+  const auto start = [this] {
+    driver = std::make_unique<LinuxDriver>(LinuxSetup{.model = SupportedModel::Dune40}, machine.Doors());
+    EXPECT_EQ("radio1", driver->GetCapabilities().radios.at(1).interface);
+    EXPECT_EQ("done", Describe(Apply(Plan(1, {1}))));
+    EXPECT_EQ((Interfaces{"wlan0", "radio1", "radio1_1"}), KernelInterfaces());
+  };
+  driver.reset();
+  ASSERT_TRUE(machine.kernel.DeleteInterface("wlan1").Succeeded());
+  start();
+  const Wifi::Util::MACAddress address = machine.kernel.InterfaceOf("radio1").address;
+  driver.reset();
+  EXPECT_EQ((Interfaces{"wlan0"}), KernelInterfaces());
+  // Left by a daemon that was killed.
+  ASSERT_TRUE(
+      machine.kernel.AddInterface({1, "radio1", InterfaceType::AccessPoint, address, false}).Succeeded());
+  start();
+  driver.reset();
+  EXPECT_EQ((Interfaces{"wlan0"}), KernelInterfaces());
+}
+
+TEST_F(LinuxDriverTest, ARadiosOwnInterfaceThatWasDeletedIsMadeAgainAsItWas) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  const Wifi::Util::MACAddress address = machine.kernel.InterfaceOf("wlan0").address;
+  ASSERT_TRUE(machine.kernel.DeleteInterface("wlan0").Succeeded());
+  machine.hostapd.LoseInterface("wlan0");
+  machine.Advance(10);
+  EXPECT_FALSE(Live(0).up);
+  ASSERT_TRUE(WaitFor([this] { return Live(0).up && Live(0).bsss.size() == 1; }));
+  EXPECT_EQ(address, machine.kernel.InterfaceOf("wlan0").address);
+  // It is the machine's.
+  driver.reset();
+  EXPECT_EQ((Interfaces{"wlan1", "wlan0"}), KernelInterfaces());
+}
+
+TEST_F(LinuxDriverTest, ARouterOfEachModelComesUpAsItWasNeverSetUp) {
+  using enum SupportedModel;
+  using enum CountryCode;
+  Wiphy narrow = MakeWiphy(1);
+  narrow.band5GHz->maximumWidth = 40;
+  const std::vector<std::tuple<SupportedModel, CountryCode, std::vector<int>>> cases = {
+      {Alder100, DE, {6, 36, 0}}, {Alder100, US, {6, 36, 149}}, {Birch200, DE, {6, 36, 0}},
+      {Cedar300, FR, {6, 36}},    {Dune40, US, {6, 36}},
+  };
+  for (const auto& [model, country, channels] : cases) {
+    FakeMachine other({MakeWiphy(0), narrow, MakeWiphy(2)});
+    LinuxDriver its(LinuxSetup{.model = model}, other.Doors());
+    State state = MakeFirstState(its.GetCapabilities(), country);
+    state.networks.push_back(MakeNetwork(1, "Home"));
+    state.networks.back().bridge = "br0";
+    std::vector<std::string> answers;
+    for (const RadioPlan& plan : MakePlan(state, its.GetCapabilities(), {})) {
+      its.Apply(plan, ApplyMode::WhatDiffers,
+                [&answers](const Result<void>& result) { answers.push_back(Describe(result)); });
+    }
+    ASSERT_TRUE(other.WaitUntil([&] { return answers.size() == channels.size(); }));
+    EXPECT_EQ(std::vector<std::string>(channels.size(), "done"), answers);
+    std::vector<int> live;
+    for (const LiveRadio& each : its.GetLive()) {
+      live.push_back(each.channel);
+      EXPECT_EQ(each.channel != 0 ? 1U : 0U, each.bsss.size());
+    }
+    EXPECT_EQ(channels, live);
+  }
 }
 
 TEST_F(LinuxDriverTest, ARefusalOfHostapdIsGivenWithItsReasonAndTheRestGoesOn) {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 // Who is connected to the BSSs, who is not any more, and why.
 
 namespace TALO::Wifid {
@@ -51,6 +53,59 @@ TEST_F(LinuxStationsTest, AStationThatLeavesIsSaidToHaveLeft) {
                     "0a:00:00:00:00:01 left wlan0_1 (1): left"}),
             TakeEvents());
   EXPECT_TRUE(Live(0).bsss.at(0).stations.empty());
+}
+
+TEST_F(LinuxStationsTest, WhoCameOrLeftUnheardIsFoundWithinHalfAMinute) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  FakeDevice& first = Join(1, 1);
+  TakeEvents();
+  machine.hostapd.DetachAll();
+  machine.hostapd.Leave(first);
+  FakeDevice& second = Join(2, 1);
+  EXPECT_EQ(Events(), TakeEvents());
+  machine.Advance(31'000);
+  EXPECT_EQ(
+      (Events{"0a:00:00:00:00:01 left wlan0_1 (1): left", "0a:00:00:00:00:02 connected to wlan0_1 (1)"}),
+      TakeEvents());
+  ASSERT_EQ(1U, Live(0).bsss.at(0).stations.size());
+  EXPECT_EQ(kSecond, Live(0).bsss.at(0).stations.at(0).address);
+  machine.hostapd.Leave(second);
+  machine.Advance(10);
+  EXPECT_EQ((Events{"0a:00:00:00:00:02 left wlan0_1 (1): left"}), TakeEvents());
+}
+
+TEST_F(LinuxStationsTest, NobodyLeavesSinceTheKernelCannotBeAsked) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  Join(1, 1);
+  TakeEvents();
+  for (const char* question : {"GetStations", "GetInterfaces"}) {
+    machine.kernel.broken = {question};
+    machine.Advance(31'000);
+    EXPECT_EQ(Events(), TakeEvents()) << question;
+  }
+  machine.kernel.broken.clear();
+  EXPECT_EQ(1U, Live(0).bsss.at(0).stations.size());
+}
+
+TEST_F(LinuxStationsTest, WhoIsNotLetInYetNeitherComesNorLeaves) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  Join(1, 1);
+  TakeEvents();
+  machine.kernel.Link("wlan0_1", kFirst, false);
+  machine.kernel.Link("wlan0_1", kSecond, false);
+  machine.Advance(31'000);
+  EXPECT_EQ(Events(), TakeEvents());
+}
+
+TEST_F(LinuxStationsTest, WhoJoinsBeforeHostapdHasSaidThatTheBSSIsUpIsThere) {
+  std::optional<Result<void>> answer;
+  driver->Apply(Plan(0, {1}), ApplyMode::WhatDiffers, [&](const Result<void>& result) { answer = result; });
+  ASSERT_TRUE(WaitFor([this] { return machine.hostapd.HasBSS("wlan0_1"); }));
+  machine.kernel.Link("wlan0_1", kFirst, true);
+  machine.hostapd.TellOf("wlan0_1", "AP-STA-CONNECTED 0a:00:00:00:00:01");
+  ASSERT_TRUE(WaitFor([&] { return answer.has_value(); }));
+  EXPECT_EQ((Events{"Band2_4GHz up", "0a:00:00:00:00:01 connected to wlan0_1 (1)"}), TakeEvents());
+  EXPECT_EQ(1U, Live(0).bsss.at(0).stations.size());
 }
 
 TEST_F(LinuxStationsTest, AnotherPassphraseDropsThoseWithTheOldOne) {
@@ -142,17 +197,50 @@ TEST_F(LinuxStationsTest, NodesOfTheMeshComeAndGoWithoutAWord) {
   EXPECT_TRUE(Live(0).bsss.at(0).stations.empty());
 }
 
+TEST_F(LinuxStationsTest, NodesInFourAddressModeAreAtInterfacesOfTheirOwn) {
+  ASSERT_TRUE(Apply(Plan(0, {0})).Succeeded());
+  for (const char* name : {"wlan0_0.sta1", "wlan0_0x"}) {
+    const MACAddress address(name == std::string("wlan0_0.sta1") ? "0e:00:00:00:00:01" : "0e:00:00:00:00:02");
+    ASSERT_TRUE(
+        machine.kernel.AddInterface({0, name, InterfaceType::AccessPointVLAN, address, false}).Succeeded());
+  }
+  machine.kernel.Link("wlan0_0.sta1", kFirst, true);
+  machine.kernel.Link("wlan0_0x", kSecond, true);
+  machine.Advance(31'000);
+  ASSERT_EQ(1U, Live(0).bsss.at(0).stations.size());
+  EXPECT_EQ(kFirst, Live(0).bsss.at(0).stations.at(0).address);
+  EXPECT_EQ(-50, Live(0).bsss.at(0).stations.at(0).signal);
+}
+
 TEST_F(LinuxStationsTest, TheRadiosPowerFollowsThePlan) {
   RadioPlan plan = Plan(0, {1});
   ASSERT_TRUE(Apply(plan).Succeeded());
-  EXPECT_EQ(20, machine.kernel.powers.at(0));
+  // All that the country allows is what it sends with by itself.
+  EXPECT_TRUE(machine.kernel.powers.empty());
   plan.transmitPower = 50;
   ASSERT_TRUE(Apply(plan).Succeeded());
   EXPECT_EQ(17, machine.kernel.powers.at(0));
+  plan.transmitPower = 100;
+  ASSERT_TRUE(Apply(plan).Succeeded());
+  EXPECT_EQ(20, machine.kernel.powers.at(0));
+}
+
+TEST_F(LinuxStationsTest, APowerThatCannotBeSetFailsWhoAsksForItAndNobodyElse) {
   machine.kernel.refusals["SetTransmitPower"] = "Operation not supported";
-  plan.transmitPower = 25;
-  EXPECT_EQ("RadioFailed the radio cannot send with 14 dBm: phy0: Operation not supported",
-            Describe(Apply(plan)));
+  const RadioPlan plan = Plan(0, {1});
+  ASSERT_EQ("done", Describe(Apply(plan)));
+  RadioPlan weaker = plan;
+  weaker.transmitPower = 25;
+  const std::string why = "the radio cannot send with 14 dBm: phy0: Operation not supported";
+  EXPECT_EQ("RadioFailed " + why, Describe(Apply(weaker)));
+  EXPECT_EQ("done", Describe(Apply(plan)));
+  EXPECT_FALSE(machine.HasNote(DriverNote::Weight::Warning, why));
+  // As a router is left that once had other hardware.
+  driver.reset();
+  driver = std::make_unique<LinuxDriver>(LinuxSetup{.model = SupportedModel::Dune40}, machine.Doors());
+  EXPECT_EQ("done", Describe(Apply(weaker)));
+  EXPECT_TRUE(machine.HasNote(DriverNote::Weight::Warning, why));
+  EXPECT_EQ(1U, Live(0).bsss.size());
 }
 
 }  // namespace

@@ -75,6 +75,34 @@ TEST_F(LinuxUpstreamTest, AnAccessPointThatGoesIsLookedFor) {
   EXPECT_TRUE(Reaches(Phase::Connected));
 }
 
+TEST_F(LinuxUpstreamTest, WhatWpaSupplicantCouldNotTellIsFoundWithinHalfAMinute) {
+  machine.supplicant.air.clear();
+  ASSERT_EQ("done", Describe(Apply(PlanWithStation("uplink-password"))));
+  machine.supplicant.DetachAll();
+  machine.supplicant.air = {{"Uplink", kUplink, 2412, -60, "uplink-password"}};
+  machine.Advance(20'000);
+  EXPECT_EQ("scanning for Uplink", Describe(Live(0).station));
+  machine.Advance(11'000);
+  EXPECT_EQ(Phase::Connected, Live(0).station.phase);
+  EXPECT_EQ(kUplink, Live(0).station.bssid);
+  machine.supplicant.DetachAll();
+  machine.supplicant.TakeOffTheAir(kUplink);
+  machine.Advance(31'000);
+  EXPECT_NE(Phase::Connected, Live(0).station.phase);
+}
+
+TEST_F(LinuxUpstreamTest, AParentThatWasLostUnheardIsNotLookedForWhereItIsNotToBe) {
+  ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Default))));
+  ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+  ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Disable))));
+  machine.supplicant.DetachAll();
+  machine.supplicant.TakeOffTheAir(kUplink);
+  machine.supplicant.requests.clear();
+  machine.Advance(31'000);
+  EXPECT_EQ(Phase::Disabled, Live(0).backhaulStation.phase);
+  EXPECT_TRUE(WasAsked("IFNAME=wlan0bhs DISCONNECT"));
+}
+
 TEST_F(LinuxUpstreamTest, ReconnectDropsAndRejoins) {
   ASSERT_EQ("done", Reconnect());
   ASSERT_EQ("done", Describe(Apply(PlanWithStation("uplink-password"))));
@@ -127,6 +155,25 @@ TEST_F(LinuxUpstreamTest, AStationThatMayNotLookRejoinsItsParentWhenItIsTold) {
   EXPECT_TRUE(BackhaulReaches(Phase::Connected));
 }
 
+// Messages and answers come on sockets of their own, so either may be the first.
+TEST_F(LinuxUpstreamTest, AStationThatRejoinsBecauseItIsToldHasNotLostItsParent) {
+  for (const int latency : {1, 50}) {
+    machine.sockets.messageLatency = Timers::Duration(latency);
+    ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Default))));
+    ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+    ASSERT_EQ("done", Describe(Apply(PlanWithBackhaul(ScanType::Disable))));
+    ASSERT_EQ("done", Reconnect());
+    machine.Advance(100);
+    EXPECT_EQ("scanning for Uplink", Describe(Live(0).backhaulStation));
+    ASSERT_TRUE(BackhaulReaches(Phase::Connected));
+    // What it loses now is lost.
+    machine.supplicant.TakeOffTheAir(kUplink);
+    machine.supplicant.air = {{"Uplink", kUplink, 2412, -60, "uplink-password"}};
+    machine.Advance(60'000);
+    EXPECT_EQ("disabled Uplink", Describe(Live(0).backhaulStation));
+  }
+}
+
 TEST_F(LinuxUpstreamTest, ListensByAnInterfaceOfItsOwnThatIsGoneAfterwards) {
   for (int i = 2; i < 6; ++i) {
     machine.supplicant.air.push_back(
@@ -159,13 +206,64 @@ TEST_F(LinuxUpstreamTest, ListensByAnInterfaceOfItsOwnThatIsGoneAfterwards) {
   EXPECT_LT(asked, machine.supplicant.requests.size());
 }
 
+TEST_F(LinuxUpstreamTest, TheEndOfListeningMayBeToldBeforeItsBeginning) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  machine.supplicant.scansAtOnce = true;
+  const Timers::Duration before = machine.timers.Now();
+  const auto heard = Scan(0);
+  ASSERT_TRUE(heard.Succeeded()) << heard.Why().sentence;
+  EXPECT_EQ(1U, heard.Value().size());
+  machine.Advance(11'000);
+  machine.supplicant.cannotScan = true;
+  const auto failed = Scan(0);
+  ASSERT_FALSE(failed.Succeeded());
+  EXPECT_EQ("the radio Band2_4GHz cannot listen (-95)", failed.Why().sentence);
+  EXPECT_LT((machine.timers.Now() - before).count(), 11'100);
+}
+
+TEST_F(LinuxUpstreamTest, TheEndOfSomebodyElsesListeningIsPassedOver) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  for (const char* end : {"CTRL-EVENT-SCAN-RESULTS ", "CTRL-EVENT-SCAN-RESULTS id=77"}) {
+    bool isHeard = false;
+    driver->Scan(RadioFrequency::Band2_4GHz, [&isHeard](const auto& heard) { isHeard = heard.Succeeded(); });
+    ASSERT_TRUE(WaitFor([this] { return machine.supplicant.HasInterface("wlan0lsn"); }));
+    // It is asked to listen a millisecond later, and answers after two more.
+    machine.Advance(1);
+    machine.supplicant.TellOf("wlan0lsn", end);
+    machine.Advance(1000);
+    machine.supplicant.TellOf("wlan0lsn", "CTRL-EVENT-SCAN-RESULTS id=77");
+    machine.Advance(900);
+    EXPECT_FALSE(isHeard) << end;
+    machine.Advance(200);
+    EXPECT_TRUE(isHeard) << end;
+    machine.Advance(11'000);
+  }
+}
+
+TEST_F(LinuxUpstreamTest, HearsAlsoWhatStandsBehindAnEntryThatNoAnswerHolds) {
+  machine.supplicant.air = {{"First", MACAddress("06:00:00:00:00:01"), 2412, -40, ""},
+                            {"Long", MACAddress("06:00:00:00:00:02"), 2412, -50, "secret-of-long", true},
+                            {"Longer", MACAddress("06:00:00:00:00:03"), 2412, -60, "", true},
+                            {"Last", MACAddress("06:00:00:00:00:04"), 2412, -70, ""},
+                            {"Longest", MACAddress("06:00:00:00:00:05"), 2412, -80, "", true}};
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  const auto heard = Scan(0);
+  ASSERT_TRUE(heard.Succeeded()) << heard.Why().sentence;
+  std::vector<std::string> names;
+  for (const Wifi::ScanResult& each : heard.Value()) {
+    names.push_back(each.ssid);
+  }
+  EXPECT_EQ((std::vector<std::string>{"First", "Long", "Longer", "Last", "Longest"}), names);
+  EXPECT_EQ(SecurityMode::PersonalWPA2, heard.Value().at(1).securityMode);
+}
+
 TEST_F(LinuxUpstreamTest, ListensByTheStationAndWaitsWhileThatListensItself) {
   ASSERT_EQ("done", Describe(Apply(PlanWithStation("uplink-password"))));
   const auto heard = Scan(0);
   ASSERT_TRUE(heard.Succeeded()) << heard.Why().sentence;
   EXPECT_EQ(1U, heard.Value().size());
   const std::string scan =
-      "IFNAME=wlan0sta SCAN freq=2412,2417,2422,2427,2432,2437,2442,2447,2452,2457,2462,2467,2472";
+      "IFNAME=wlan0sta SCAN freq=2412,2417,2422,2427,2432,2437,2442,2447,2452,2457,2462,2467,2472 use_id=1";
   EXPECT_LT(1, std::ranges::count(machine.supplicant.requests, scan));
 }
 

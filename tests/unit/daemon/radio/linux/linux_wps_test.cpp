@@ -91,6 +91,12 @@ TEST_F(LinuxWPSTest, ABSSWithoutItRefuses) {
   ASSERT_EQ("done", Describe(Apply(plan)));
   EXPECT_EQ("NotSupported the BSS wlan0_1 cannot use WPS with the security mode PersonalWPA3",
             Start("wlan0_1"));
+  plan.bsss[0] = Plan(0, {0}).bsss[0];
+  plan.bsss[1].hidden = true;
+  ASSERT_EQ("done", Describe(Apply(plan)));
+  EXPECT_EQ("NotSupported the BSS wlan0_0 cannot use WPS for the backhaul", Start("wlan0_0"));
+  EXPECT_EQ("NotSupported the BSS wlan0_2 cannot use WPS while its SSID is hidden", Start("wlan0_2"));
+  ASSERT_EQ("done", Describe(Apply(Plan(0, {1, 2}))));
   machine.hostapd.oddAnswers["IFNAME=wlan0_2 WPS_PBC"] = "FAIL\n";
   EXPECT_EQ("RadioFailed the BSS wlan0_2 does not take a WPS session", Start("wlan0_2"));
   EXPECT_EQ("done", Start("wlan0_2"));

@@ -99,6 +99,29 @@ TEST_F(LostProgramsTest, HostapdThatHangsIsStartedAgain) {
   EXPECT_EQ(2, machine.hostapd.CountStarts());
 }
 
+TEST_F(LostProgramsTest, WhatHostapdIsAskedWhileItHangsFailsAfterTenSecondsAndAllComesBack) {
+  ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
+  ASSERT_TRUE(Apply(Plan(1, {1})).Succeeded());
+  machine.hostapd.hangs = true;
+  const Timers::Duration before = machine.timers.Now();
+  std::vector<std::string> answers;
+  const auto note = [&answers](const Result<void>& result) { answers.push_back(Describe(result)); };
+  driver->Apply(Plan(0, {1, 2}), ApplyMode::WhatDiffers, note);
+  driver->Apply(Plan(1, {1, 2}), ApplyMode::WhatDiffers, note);
+  ASSERT_TRUE(WaitFor([&answers] { return answers.size() == 2; }));
+  EXPECT_EQ(10, std::chrono::duration_cast<std::chrono::seconds>(machine.timers.Now() - before).count());
+  EXPECT_EQ(
+      (std::vector<std::string>{
+          "RadioFailed wlan0_2 cannot be brought up: no answer within ten seconds",
+          "RadioFailed wlan1_2 cannot be brought up: hostapd does not run: no answer within ten seconds"}),
+      answers);
+  EXPECT_FALSE(Live(0).up || Live(1).up);
+  machine.hostapd.hangs = false;
+  ASSERT_TRUE(IsBack("wlan0_1"));
+  ASSERT_TRUE(IsBack("wlan1_1"));
+  EXPECT_EQ(2, machine.hostapd.CountStarts());
+}
+
 TEST_F(LostProgramsTest, AccessPointsDoNotNoticeThatWpaSupplicantIsKilled) {
   machine.supplicant.air.push_back({"Uplink", MACAddress("06:00:00:00:00:01"), 2412, -60, "uplink-password"});
   RadioPlan plan = Plan(0, {1});

@@ -21,6 +21,7 @@ class ProgramTest : public testing::Test {
                  {.ready = [this] { Note("ready"); },
                   .gone = [this] { Note("gone"); },
                   .message = [this](const ControlMessage& message) { Note(message.name); },
+                  .lookAgain = [this] { Note("look again"); },
                   .hideSecrets = [](const std::string& line) { return line == "secret" ? "***" : line; }}) {}
 
   void Note(const std::string& line) {
@@ -109,12 +110,41 @@ TEST_F(ProgramTest, FailsWhatItWasAskedWhenItHangs) {
 
 TEST_F(ProgramTest, IsAskedNowAndThenWhetherItStillAnswers) {
   StartAndWait();
-  machine_.Advance(120'000);
+  machine_.Advance(121'000);
   EXPECT_EQ(1, machine_.hostapd.CountStarts());
+  EXPECT_EQ(4U, Take().size());
   machine_.hostapd.hangs = true;
   machine_.Advance(41'000);
   EXPECT_EQ((Lines{"gone"}), Take());
   EXPECT_LT(1, machine_.hostapd.CountStarts());
+}
+
+TEST_F(ProgramTest, IsListenedToAgainWhenItHasStoppedTelling) {
+  StartAndWait();
+  machine_.hostapd.DetachAll();
+  machine_.hostapd.Tell("IFNAME=wlan0 <3>AP-DISABLED ");
+  machine_.Advance(29'000);
+  EXPECT_EQ(Lines(), Take());
+  machine_.Advance(2000);
+  EXPECT_EQ((Lines{"look again"}), Take());
+  machine_.hostapd.Tell("IFNAME=wlan0 <3>AP-ENABLED ");
+  machine_.Advance(1);
+  EXPECT_EQ((Lines{"AP-ENABLED"}), Take());
+  // However often it was asked to tell.
+  machine_.Advance(60'000);
+  EXPECT_EQ((Lines{"look again", "look again"}), Take());
+  machine_.hostapd.Tell("IFNAME=wlan0 <3>AP-ENABLED ");
+  machine_.Advance(1);
+  EXPECT_EQ((Lines{"AP-ENABLED"}), Take());
+}
+
+TEST_F(ProgramTest, ThatDoesNotLetItselfBeListenedToAnyMoreIsStartedAgain) {
+  StartAndWait();
+  machine_.hostapd.oddAnswers["ATTACH"] = "FAIL\n";
+  machine_.Advance(31'000);
+  EXPECT_EQ((Lines{"gone", "ready"}), Take());
+  EXPECT_TRUE(
+      machine_.HasNote(Weight::Failure, "hostapd is started again: it does not let itself be listened to"));
 }
 
 TEST_F(ProgramTest, OneThatNeverAnswersIsStartedAgain) {
@@ -172,6 +202,7 @@ TEST_F(ProgramTest, AnAnswerThatComesAfterItsEndIsPassedOver) {
                     {.ready = [] {},
                      .gone = [] {},
                      .message = [](const ControlMessage&) {},
+                     .lookAgain = [] {},
                      .hideSecrets = [](const std::string& line) { return line; }});
     program.Start();
     machine.Advance(milliseconds);

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ RadioSetting Setting() {
   setting.hardware.capability.interface = "wlan0";
   setting.hardware.wiphy = 3;
   setting.hardware.phy = "phy3";
+  setting.hardware.ownAddress = MACAddress("02:00:00:00:00:77");
+  setting.hardware.maximumAccessPoints = 8;
   setting.hardware.stationAddress = MACAddress("0a:00:00:00:00:02");
   setting.hardware.backhaulStationAddress = MACAddress("0e:00:00:00:00:03");
   setting.filesDirectory = "/run/radios";
@@ -54,7 +57,7 @@ RadioPlan PlanOf(const std::vector<int>& numbers) {
   return plan;
 }
 
-Sending On(int channel, int power = 20) {
+Sending On(int channel, std::optional<int> power = std::nullopt) {
   Sending sending;
   sending.channel.channel = channel;
   sending.power = power;
@@ -92,7 +95,8 @@ Lines Down(const std::string& bss, const std::string& mayFail = "") {
           "remove " + bss + ".deny", "= " + bss + " is down"};
 }
 Lines RadioUp(int channel) {
-  return {"write wlan0.conf", "hostapd: ADD bss_config=phy3:/run/radios/wlan0.conf", "await wlan0",
+  return {"keep wlan0 02:00:00:00:00:77", "write wlan0.conf",
+          "hostapd: ADD bss_config=phy3:/run/radios/wlan0.conf", "await wlan0",
           "= radio is up on " + std::to_string(channel)};
 }
 /// With the files of these BSSs.
@@ -103,10 +107,9 @@ Lines RadioDown(const std::string& mayFail = "", const Lines& bsss = {}) {
   }
   return lines + Lines{"= radio is down"};
 }
-const Lines kPower = {"send on phy 3 with 20", "= power is 20"};
 
 TEST(Reconcile, FromNothingTheRadioComesFirst) {
-  EXPECT_EQ(RadioUp(6) + kPower + Up("wlan0_1") + Up("wlan0_2"), TasksFrom({}, PlanOf({1, 2})));
+  EXPECT_EQ(RadioUp(6) + Up("wlan0_1") + Up("wlan0_2"), TasksFrom({}, PlanOf({1, 2})));
 }
 
 TEST(Reconcile, WhatIsAsPlannedIsLeftAlone) {
@@ -217,12 +220,32 @@ TEST(Reconcile, APassphraseThatHostapdWouldNotForgetTakesTheBSSDown) {
 }
 
 TEST(Reconcile, AnotherChannelTakesTheWholeRadioDown) {
-  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(11) + kPower + Up("wlan0_1"),
+  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(11) + Up("wlan0_1"),
             TasksFrom(After(PlanOf({1})), PlanOf({1}), On(11)));
   Sending wider = On(6);
   wider.channel.width = 40;
-  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(6) + kPower + Up("wlan0_1"),
+  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(6) + Up("wlan0_1"),
             TasksFrom(After(PlanOf({1})), PlanOf({1}), wider));
+}
+
+TEST(Reconcile, APowerThatIsSetIsSetAnewWithTheRadio) {
+  const Lines power = {"send on phy 3 with 17", "= power is 17"};
+  EXPECT_EQ(RadioUp(6) + power + Up("wlan0_1"), TasksFrom({}, PlanOf({1}), On(6, 17)));
+  Present present = After(PlanOf({1}));
+  present.Reach(PowerIs{17});
+  EXPECT_EQ(Lines(), TasksFrom(present, PlanOf({1}), On(6, 17)));
+  EXPECT_EQ(RadioDown("", {"wlan0_1"}) + RadioUp(11) + power + Up("wlan0_1"),
+            TasksFrom(present, PlanOf({1}), On(11, 17)));
+}
+
+TEST(Reconcile, OnlyAPowerThatIsAskedForMustBe) {
+  for (const bool isAsked : {true, false}) {
+    Sending sending = On(6, 17);
+    sending.powerIsAsked = isAsked;
+    const auto tasks = FindTasks(Setting(), PlanOf({1}), ApplyMode::WhatDiffers, After(PlanOf({1})), sending);
+    ASSERT_EQ(1U, tasks.size());
+    EXPECT_EQ(isAsked, tasks[0].isNeeded);
+  }
 }
 
 TEST(Reconcile, AnotherPowerTakesNothingDown) {
@@ -242,6 +265,32 @@ TEST(Reconcile, EverythingTakesEveryBSSDownAndUpButNotTheRadio) {
             TasksFrom(After(PlanOf({1, 2})), PlanOf({1, 2}), On(6), ApplyMode::Everything));
 }
 
+/// On hardware with one access point at once, which holds the radio itself.
+Lines TasksAlone(const Present& present, const RadioPlan& plan, const Sending& sending = On(6)) {
+  RadioSetting setting = Setting();
+  setting.hardware.maximumAccessPoints = 1;
+  return Describe(FindTasks(setting, plan, ApplyMode::WhatDiffers, present, sending));
+}
+
+TEST(Reconcile, ASingleAccessPointHoldsTheRadioItself) {
+  const std::string add = "hostapd: ADD bss_config=phy3:/run/radios/wlan0_1.conf";
+  const Lines radio = {"= radio is up on 6"};
+  const Lines up =
+      Write("wlan0_1") + Lines{"make wlan0_1 02:00:00:00:00:01", add, "await wlan0_1", "= wlan0_1 is up"};
+  const Lines gone = {"drop wlan0_1", "remove wlan0_1.conf", "remove wlan0_1.accept", "remove wlan0_1.deny"};
+  const Lines remove = {"hostapd: REMOVE wlan0_1"};
+  EXPECT_EQ(radio + up, TasksAlone({}, PlanOf({1})));
+  EXPECT_EQ(radio, TasksAlone({}, PlanOf({})));
+  EXPECT_EQ(up, TasksAlone(After(PlanOf({})), PlanOf({1})));
+  EXPECT_EQ(remove + gone + Lines{"= wlan0_1 is down"}, TasksAlone(After(PlanOf({1})), PlanOf({})));
+  const Lines moved = {"= radio is down", "= radio is up on 11"};
+  EXPECT_EQ(remove + gone + moved + up, TasksAlone(After(PlanOf({1})), PlanOf({1}), On(11)));
+  Present doubted = After(PlanOf({1}));
+  doubted.bsss.at("wlan0_1").sound = false;
+  EXPECT_EQ(Lines{"hostapd may fail: REMOVE wlan0_1"} + gone + Lines{"= wlan0_1 is down"} + up,
+            TasksAlone(doubted, PlanOf({1})));
+}
+
 TEST(Reconcile, ABSSThatIsInBetweenIsMadeAnew) {
   Present present = After(PlanOf({1, 2}));
   present.bsss.at("wlan0_1").sound = false;
@@ -252,7 +301,7 @@ TEST(Reconcile, ABSSThatIsInBetweenIsMadeAnew) {
 TEST(Reconcile, ARadioThatIsInBetweenIsMadeAnew) {
   Present present;
   present.Doubt(RadioIsUp{});
-  EXPECT_EQ(RadioDown(" may fail") + RadioUp(6) + kPower + Up("wlan0_1"), TasksFrom(present, PlanOf({1})));
+  EXPECT_EQ(RadioDown(" may fail") + RadioUp(6) + Up("wlan0_1"), TasksFrom(present, PlanOf({1})));
   RadioPlan off = PlanOf({});
   off.enable = false;
   EXPECT_EQ(RadioDown(" may fail"), TasksFrom(present, off, {}));
@@ -264,7 +313,7 @@ TEST(Reconcile, TheBackhaulIsOnTheBridgeOfItsOwn) {
   const auto tasks = FindTasks(Setting(), plan, ApplyMode::WhatDiffers, After(PlanOf({})), On(6));
   ASSERT_EQ(1U, tasks.size());
   const auto& file = std::get<WriteFile>(tasks[0].actions.at(2));
-  EXPECT_NE(std::string::npos, file.text.find("\nbridge=br-lan\nwds_sta=1\n")) << file.text;
+  EXPECT_NE(std::string::npos, file.text.find("\nbridge=br-lan\nwds_sta=1\nmax_num_sta=99\n")) << file.text;
 }
 
 }  // namespace

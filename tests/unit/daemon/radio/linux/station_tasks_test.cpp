@@ -151,6 +151,7 @@ TEST(Present, TakesOverWhatTasksComeTo) {
   expected.lastChannel = 6;
   expected.bsss["wlan0_1"] = {bss, true};
   expected.power = 20;
+  expected.powerWasSet = true;
   EXPECT_TRUE(expected == present);
   bss.hidden = true;
   present.Reach(BSSHasChanged{bss, BSSHasChanged::Dropped::Nobody});
@@ -161,6 +162,7 @@ TEST(Present, TakesOverWhatTasksComeTo) {
   present.Reach(RadioIsDown{});
   Present down;
   down.lastChannel = 6;
+  down.powerWasSet = true;
   EXPECT_TRUE(down == present);
 }
 
@@ -197,6 +199,7 @@ TEST(Present, DoubtsWhatFailed) {
   present.Reach(PowerIs{20});
   present.Doubt(PowerIs{17});
   EXPECT_FALSE(present.power.has_value());
+  EXPECT_TRUE(present.powerWasSet);
 }
 
 }  // namespace

@@ -30,6 +30,7 @@ class TaskRunnerTest : public testing::Test {
     return {.ready = [] {},
             .gone = [] {},
             .message = [](const ControlMessage&) {},
+            .lookAgain = [] {},
             .hideSecrets = [](const std::string& line) { return line; }};
   }
 
@@ -63,6 +64,17 @@ Kernel::NewInterface NewInterface(const std::string& name, const std::string& ad
   return {0, name, InterfaceType::Station, MACAddress(address), false};
 }
 
+TEST_F(TaskRunnerTest, ATaskThatIsNotNeededIsNotedWhereItFailsAndTheNextGoesOn) {
+  machine_.kernel.refusals["SetTransmitPower"] = "Operation not supported";
+  EXPECT_EQ("done", Run({{{SendWithPower{0, 17}, WriteFile{"a", "a"}}, PowerIs{17}, false},
+                         {{WriteFile{"b", "b"}}, RadioIsDown{}}}));
+  EXPECT_EQ((Lines{"doubted= power is 17", "reached= radio is down"}), lines_);
+  EXPECT_FALSE(machine_.files.files.contains("a"));
+  EXPECT_TRUE(machine_.files.files.contains("b"));
+  EXPECT_TRUE(machine_.HasNote(DriverNote::Weight::Warning,
+                               "the radio cannot send with 17 dBm: phy0: Operation not supported"));
+}
+
 TEST_F(TaskRunnerTest, CarriesOutEveryKindOfAction) {
   machine_.files.files["old.conf"] = "old";
   EXPECT_EQ(
@@ -84,6 +96,17 @@ TEST_F(TaskRunnerTest, AnInterfaceThatIsLeftFromBeforeIsMadeAnew) {
   ASSERT_TRUE(machine_.kernel.AddInterface(NewInterface("wlan0sta", "0a:00:00:00:00:09")).Succeeded());
   EXPECT_EQ("done", Run({{{MakeInterface{NewInterface("wlan0sta", "0a:00:00:00:00:01")}}, StationIs{}}}));
   EXPECT_EQ(MACAddress("0a:00:00:00:00:01"), machine_.kernel.InterfaceOf("wlan0sta").address);
+}
+
+TEST_F(TaskRunnerTest, AnInterfaceIsKeptOrMadeAndNeverTakenFromAnotherRadio) {
+  const MACAddress address = machine_.kernel.InterfaceOf("wlan0").address;
+  EXPECT_EQ("done", Run({{{KeepInterface{NewInterface("wlan0", "0a:00:00:00:00:01")},
+                           KeepInterface{NewInterface("radio0", "0a:00:00:00:00:02")}},
+                          RadioIsDown{}}}));
+  EXPECT_EQ(address, machine_.kernel.InterfaceOf("wlan0").address);
+  EXPECT_EQ(MACAddress("0a:00:00:00:00:02"), machine_.kernel.InterfaceOf("radio0").address);
+  EXPECT_EQ("RadioFailed the radio cannot be taken down: the interface wlan1 belongs to another radio now",
+            Run({{{KeepInterface{NewInterface("wlan1", "0a:00:00:00:00:03")}}, RadioIsDown{}}}));
 }
 
 TEST_F(TaskRunnerTest, AFailureEndsItAndItsTaskIsInDoubt) {

@@ -129,6 +129,26 @@ TEST_F(BSSStationsTest, TheKernelIsNotAskedForEveryLook) {
   EXPECT_EQ(-50, stations_.GetLive("wlan0").at(1).signal);
 }
 
+// The access point makes an interface of its own for each.
+TEST_F(BSSStationsTest, AStationInFourAddressModeIsShownWithWhatTheKernelKnowsOfIt) {
+  const auto add = [this](const std::string& name, InterfaceType type, const MACAddress& station) {
+    const MACAddress address("0e:00:00:00:00:0" + std::to_string(name.size() % 10));
+    ASSERT_TRUE(machine_.kernel.AddInterface({0, name, type, address, false}).Succeeded());
+    machine_.kernel.Link(name, station);
+  };
+  add("wlan0.sta1", InterfaceType::AccessPointVLAN, kFirst);
+  // Of another BSS, and no such interface.
+  add("wlan00.sta1", InterfaceType::AccessPointVLAN, kSecond);
+  add("wlan0.other1", InterfaceType::Station, kSecond);
+  stations_.Come(bss_, kFirst);
+  stations_.Come(bss_, kSecond);
+  const std::vector<LiveStation> live = stations_.GetLive("wlan0");
+  ASSERT_EQ(2U, live.size());
+  EXPECT_EQ(-50, live[0].signal);
+  EXPECT_EQ(300, live[0].transmitRate);
+  EXPECT_EQ(0, live[1].signal);
+}
+
 RadioPlan PlanWith(RadioFrequency radio, const std::string& passphrase) {
   RadioPlan plan;
   plan.radio = radio;

@@ -1,0 +1,79 @@
+#include "bench/full_router.h"
+#include "bench/table.h"
+#include "client/wifi_client_for_topo.h"
+#include "support/deadline.h"
+#include "support/files.h"
+
+#include <csignal>
+#include <iterator>
+#include <regex>
+#include <stdexcept>
+
+namespace TALO::Bench {
+
+namespace {
+
+/// Watches what a process writes and syncs below a directory.
+class DiskWatch {
+ public:
+  DiskWatch(const EndToEnd::Process& watched, const std::string& log)
+      : log_(log),
+        tracer_(
+            {.words = {"strace", "-f", "-y", "-s", "0", "-o", log, "-e",
+                       "trace=write,pwrite64,writev,fsync,fdatasync", "-p", std::to_string(watched.Id())}}) {
+    const EndToEnd::Deadline deadline;
+    while (tracer_.Errors().find("attached") == std::string::npos) {
+      if (tracer_.HasEnded() || deadline.HasPassed()) {
+        throw std::runtime_error("what the daemon writes cannot be watched: " + tracer_.Errors());
+      }
+    }
+  }
+
+  /// Ends it and returns its lines.
+  std::string Lines() {
+    tracer_.SendSignal(SIGINT);
+    tracer_.Wait();
+    return ReadFile(log_);
+  }
+
+ private:
+  std::string log_;
+  EndToEnd::Process tracer_;
+};
+
+double Count(const std::string& text, const std::string& pattern) {
+  const std::regex wanted(pattern);
+  return static_cast<double>(
+      std::distance(std::sregex_iterator(text.begin(), text.end(), wanted), std::sregex_iterator()));
+}
+
+/// Of what stands on the disk, not of pipes and sockets.
+double BytesWritten(const std::string& lines) {
+  const std::regex written(R"(write(?:64|v)?\(\d+</[^>]*>.* = (\d+))");
+  double sum = 0;
+  for (std::sregex_iterator found(lines.begin(), lines.end(), written), end; found != end; ++found) {
+    sum += std::stod((*found)[1]);
+  }
+  return sum;
+}
+
+}  // namespace
+
+void MeasureChange(const Effort& effort) {
+  PrintHeading("One change to a state of 16 networks");
+  FullRouter router;
+  const auto client = Wifi::WifiClientFactoryForTopo::GetInstance();
+  client->SetContext("before");
+  const std::size_t changes = effort.Or(2, 20);
+  const TemporaryDirectory directory;
+  DiskWatch watch(router.Daemon(), directory / "trace");
+  for (std::size_t i = 0; i < changes; ++i) {
+    client->SetContext("context " + std::to_string(i % 10));
+  }
+  const std::string lines = watch.Lines();
+  const auto one = static_cast<double>(changes);
+  PrintFigure("bytes written", BytesWritten(lines) / one, "bytes");
+  PrintFigure("files and directories synced", Count(lines, R"(f(?:data)?sync\()") / one, "syncs");
+}
+
+}  // namespace TALO::Bench

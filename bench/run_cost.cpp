@@ -1,0 +1,91 @@
+#include "bench/run_cost.h"
+
+#include "bench/bench.h"
+#include "bench/figures.h"
+#include "support/process.h"
+
+#include <cstdlib>
+#include <iterator>
+#include <memory>
+#include <regex>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+namespace TALO::Bench {
+
+namespace {
+
+struct Figures {
+  std::vector<double> milliseconds, processor, faults, resident;
+};
+
+/// A run that succeeded, on the bus of now.
+std::unique_ptr<EndToEnd::Process> Run(const Command& command, EndToEnd::Environment environment = {}) {
+  environment.emplace("DBUS_SYSTEM_BUS_ADDRESS", std::getenv("DBUS_SYSTEM_BUS_ADDRESS"));
+  auto process = std::make_unique<EndToEnd::Process>(
+      EndToEnd::ProcessSetup{.words = command, .environment = std::move(environment)});
+  if (process->Wait() != 0) {
+    throw std::runtime_error(command.front() + " fails: " + process->Output() + process->Errors());
+  }
+  return process;
+}
+
+void Measure(const Command& command, Figures& figures) {
+  Command measured = {BuiltPrograms().measuredRun};
+  measured.insert(measured.end(), command.begin(), command.end());
+  std::istringstream told(Run(measured)->Output());
+  double microseconds = 0;
+  double processor = 0;
+  double faults = 0;
+  double resident = 0;
+  told >> microseconds >> processor >> faults >> resident;
+  figures.milliseconds.push_back(microseconds / 1e3);
+  figures.processor.push_back(processor / 1e3);
+  figures.faults.push_back(faults);
+  figures.resident.push_back(resident);
+}
+
+double NumberBehind(const std::string& text, const std::string& label) {
+  std::smatch found;
+  if (!std::regex_search(text, found, std::regex(label + " *: *([0-9]+)"))) {
+    throw std::runtime_error("nothing tells the " + label);
+  }
+  return std::stod(found[1]);
+}
+
+}  // namespace
+
+std::vector<RunCost> MeasureInTurn(const std::vector<Command>& commands, std::size_t rounds) {
+  std::vector<Figures> figures(commands.size());
+  for (std::size_t round = 0; round <= rounds; ++round) {
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+      Figures unused;
+      Measure(commands[i], round == 0 ? unused : figures[i]);
+    }
+  }
+  std::vector<RunCost> costs;
+  for (const Figures& of : figures) {
+    costs.push_back({Median(of.milliseconds), Median(of.processor), Median(of.faults), Median(of.resident)});
+  }
+  return costs;
+}
+
+LoaderWork MeasureLoader(const Command& command) {
+  const std::string told = Run(command, {{"LD_DEBUG", "statistics,files"}})->Errors();
+  LoaderWork work;
+  const std::regex load("calling init: (?!.*/ld-linux)");
+  work.libraries = static_cast<double>(
+      std::distance(std::sregex_iterator(told.begin(), told.end(), load), std::sregex_iterator()));
+  work.symbolRelocations = NumberBehind(told, "final number of relocations");
+  work.plainRelocations = NumberBehind(told, "number of relative relocations");
+  return work;
+}
+
+double CountInstructions(const Command& command) {
+  Command counted = {"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"};
+  counted.insert(counted.end(), command.begin(), command.end());
+  return NumberBehind(Run(counted)->Errors(), "Collected");
+}
+
+}  // namespace TALO::Bench

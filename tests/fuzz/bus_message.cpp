@@ -1,0 +1,121 @@
+// What is read of a call or an answer, whatever its body: the right bytes, or others under the right
+// signature. What could be read is written again, and read again it is the same.
+
+#include "daemon/service/message_size.h"
+#include "fuzz/support/fuzzed_values.h"
+#include "fuzz/support/operation_visit.h"
+#include "fuzz/support/raw_messages.h"
+#include "fuzz/support/require.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <tuple>
+
+namespace TALO::Fuzz {
+
+namespace {
+
+namespace Bus = Wifi::Bus;
+
+/// The values of a message of these arguments; nothing where it cannot be read.
+template <typename... T>
+std::optional<std::tuple<T...>> ReadAll(sd_bus_message* message, Bus::ArgumentsCodec<T...>) {
+  try {
+    auto values = Bus::ArgumentsCodec<T...>::Read(message);
+    Require(sd_bus_message_at_end(message, 1) == 1, "a message is read to its end");
+    return values;
+  } catch (const Bus::CodecError& error) {
+    Require(*error.what() != '\0', "a refusal says why");
+    return std::nullopt;
+  }
+}
+
+/// What can be measured is no larger than is said, and is as unread as before.
+void Measure(sd_bus_message* message) {
+  try {
+    Wifid::FindExcess(message);
+    Require(sd_bus_message_at_end(message, 1) == (sd_bus_message_is_empty(message) > 0 ? 1 : 0),
+            "a measured message is unread");
+  } catch (const Bus::CodecError&) {
+    sd_bus_message_rewind(message, 1);
+  }
+}
+
+class Exchange {
+ public:
+  explicit Exchange(FuzzedDataProvider& data) : data_(data) {}
+
+  /// A body of these types, from anybody or from a program of ours.
+  template <typename... T>
+  void Carry(Bus::ArgumentsCodec<T...> codec) {
+    if (data_.ConsumeBool()) {
+      std::tuple<T...> values;
+      FuzzedValues(data_).Fill(values);
+      CarryValues(codec, values);
+      return;
+    }
+    const Bus::Message message =
+        messages_.Receive(decltype(codec)::signature.text, data_.ConsumeRemainingBytesAsString());
+    if (!message) {
+      return;
+    }
+    Measure(message.get());
+    if (const auto values = ReadAll(message.get(), codec)) {
+      Require(CarryValues(codec, *values), "what was read can be written");
+    }
+  }
+
+ private:
+  /// False where a text cannot travel.
+  template <typename... T>
+  bool CarryValues(Bus::ArgumentsCodec<T...> codec, const std::tuple<T...>& values) {
+    const Bus::Message message = messages_.NewMessage();
+    try {
+      std::apply([&message](const T&... each) { Bus::ArgumentsCodec<T...>::Append(message.get(), each...); },
+                 values);
+    } catch (const Bus::InvalidText&) {
+      return false;
+    }
+    RawMessages::Seal(message.get());
+    Require(
+        sd_bus_message_get_signature(message.get(), 1) == std::string_view(decltype(codec)::signature.text),
+        "a message has its signature");
+    Measure(message.get());
+    const auto carried = ReadAll(message.get(), codec);
+    Require(carried == values, "what was written is read");
+    return true;
+  }
+
+  FuzzedDataProvider& data_;
+  static RawMessages messages_;
+};
+
+RawMessages Exchange::messages_;
+
+template <typename Result>
+Bus::ArgumentsCodec<Result> AsArguments(Bus::ResultCodec<Result>) {
+  return {};
+}
+inline Bus::ArgumentsCodec<> AsArguments(Bus::ResultCodec<void>) { return {}; }
+
+}  // namespace
+
+}  // namespace TALO::Fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  namespace Fuzz = TALO::Fuzz;
+  FuzzedDataProvider data(bytes, size);
+  const auto index = data.ConsumeIntegralInRange<std::size_t>(0, Fuzz::kOperations - 1);
+  const bool isAnswer = data.ConsumeBool();
+  Fuzz::Exchange exchange(data);
+  Fuzz::VisitOperation(index, [&](auto, auto row) {
+    using Row = decltype(row);
+    if (isAnswer) {
+      exchange.Carry(Fuzz::AsArguments(typename Row::ResultCodec{}));
+    } else {
+      exchange.Carry(typename Row::ArgumentsCodec{});
+    }
+  });
+  return 0;
+}

@@ -1,0 +1,198 @@
+// Any requests to a router with devices around it, one after the other or many at once, while time passes and
+// clocks are set: each is answered once, and what follows is a state that the rules allow, stored and in the
+// air.
+
+#include "daemon/model/first_state.h"
+#include "daemon/model/state_check.h"
+#include "daemon/store/state_codec.h"
+#include "fuzz/support/fuzzed_values.h"
+#include "fuzz/support/operation_visit.h"
+#include "fuzz/support/require.h"
+#include "support/simulated_service.h"
+#include "support/simulation.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace TALO::Fuzz {
+
+namespace {
+
+namespace Bus = Wifi::Bus;
+using Wifid::State;
+
+constexpr std::int64_t kStart = 1'774'699'200;  // 2026-03-28T12:00:00Z
+
+Wifid::Scenario Surroundings(bool radiosFail) {
+  Wifid::Scenario scenario;
+  Wifid::Device pressing = Wifid::MakeDevice(3);
+  pressing.knows.clear();
+  pressing.pressesAfter = 5;
+  scenario.devices = {Wifid::MakeDevice(1), Wifid::MakeDevice(2), pressing};
+  scenario.devices.front().knows.front().passphrase = kSecret;
+  scenario.neighbours = {Wifid::MakeAccessPoint(1, "Uplink", 6, -50),
+                         Wifid::MakeAccessPoint(2, "Home", 36, -60)};
+  scenario.neighbours.front().passphrase = kSecret;
+  scenario.meshNodes = {{"SN-0001", Wifid::SupportedModel::Birch200}};
+  if (radiosFail) {
+    scenario.faults.apply = {{Wifid::RadioFrequency::Band2_4GHz, 3, 2, "the radio is broken", 100}};
+    scenario.faults.scan = {{Wifid::RadioFrequency::Band2_4GHz, 1, 1, "no answer"}};
+  }
+  return scenario;
+}
+
+/// A router that has had its first networks, one of them with a schedule, and joined another.
+State FirstState(Wifid::SupportedModel model, int networks) {
+  State state = Wifid::MakeFirstState(Wifid::MakeSimulatedCapabilities(model), Wifi::CountryCode::DE);
+  for (int id = 1; id <= networks; ++id) {
+    state.networks.push_back(Wifid::MakeNetwork(id, id, id == 1 ? "Home" : "Guest"));
+    state.networks.back().passphrase = kSecret;
+    state.nextNetworkId = id + 1;
+  }
+  if (networks > 1) {
+    const Wifid::RadioFrequency radio = state.radios.front().radio;
+    state.networks.back().schedules = {
+        {radio, Wifid::ScheduleMode::Customized, 0, {{60, 1'200}, {7'000, 9'000}}}};
+    Wifi::StationSetting& station = state.stations.front();
+    station.enable = true;
+    station.essid = "Uplink";
+    station.password = kSecret;
+    station.securityMode = Wifid::SecurityMode::PersonalWPA2;
+  }
+  return state;
+}
+
+class Session {
+ public:
+  Session(FuzzedDataProvider& data, Wifid::SupportedModel model)
+      : data_(data),
+        radiosFail_(data.ConsumeIntegralInRange(0, 3) == 0),
+        service_(model, Surroundings(radiosFail_), FirstState(model, data.ConsumeIntegralInRange(0, 2)),
+                 kStart) {
+    Pass(5);
+  }
+
+  void Step() {
+    switch (data_.ConsumeIntegralInRange(0, 15)) {
+      case 0:
+        Pass(data_.ConsumeIntegralInRange(0, 200));
+        break;
+      case 1:
+        service_.SetClock(kStart + data_.ConsumeIntegralInRange(-1'000'000, 100'000'000));
+        break;
+      case 2:
+        service_.Store().FailNext("the disk is full");
+        storeFails_ = true;
+        break;
+      default:
+        VisitOperation(data_.ConsumeIntegralInRange<std::size_t>(0, kOperations - 1),
+                       [this](auto interface, auto row) { Ask(interface, row); });
+        break;
+    }
+  }
+
+  void End() {
+    // Longer than anything takes.
+    Pass(300);
+    for (const std::uint64_t call : calls_) {
+      Require(service_.Bus().CountAnswers(call) == 1, "a call is answered once");
+      CheckAnswer(service_.Bus().WaitForAnswer(call));
+    }
+    CheckStanding();
+  }
+
+ private:
+  template <typename Interface, typename Row>
+  void Ask(Interface, Row) {
+    typename Row::Arguments arguments{};
+    FuzzedValues(data_).Fill(arguments);
+    const Bus::Message call = service_.Bus().NewCall(Interface::name.text, Row::name.text);
+    try {
+      std::apply([&](const auto&... each) { Row::ArgumentsCodec::Append(call.get(), each...); }, arguments);
+    } catch (const Bus::InvalidText&) {
+      return;
+    }
+    calls_.push_back(service_.Bus().Send(call.get()));
+  }
+
+  void Pass(int seconds) {
+    service_.Bus().RunUntilQuiet();
+    service_.Pass(std::chrono::seconds(seconds));
+    service_.Bus().RunUntilQuiet();
+    CheckState();
+  }
+
+  void CheckState() {
+    const State& state = service_.GetState();
+    const auto check = Wifid::CheckState(state);
+    Require(check.Succeeded(), check.Succeeded() ? "" : check.Why().sentence);
+    const auto stored = Wifid::DecodeState(Wifid::EncodeState(state));
+    Require(stored.Succeeded() && stored.Value() == state, "a state that was stored is read again");
+  }
+
+  static void CheckAnswer(sd_bus_message* answer) {
+    const std::string error = Wifid::ErrorOf(answer);
+    Require(error == "none" || error.starts_with(Bus::kErrorPrefix),
+            "a refusal is one of the daemon's: " + error);
+    Require(error == "none" || error.find(kSecret) == std::string::npos, "a refusal holds no secret");
+    Require(error.find('\n') == std::string::npos, "a refusal is a line");
+  }
+
+  /// Where nothing failed, all that was asked for is there.
+  void CheckStanding() {
+    const State& state = service_.GetState();
+    const auto& saved = service_.Store().Saved();
+    Require(storeFails_ || !saved || *saved == state, "what is in force is stored");
+    if (radiosFail_ || storeFails_) {
+      return;
+    }
+    std::set<std::string> planned;
+    for (const Wifid::RadioPlan& plan :
+         Wifid::MakePlan(state, service_.Driver().GetCapabilities(),
+                         Wifid::ScheduledOff(state, service_.WallNow(), Wifid::Greenwich()))) {
+      for (const Wifid::BSSPlan& bss : plan.bsss) {
+        if (plan.enable) {
+          planned.insert(bss.interface + " " + bss.bssid.ToString());
+        }
+      }
+    }
+    std::set<std::string> up;
+    for (const Wifid::LiveRadio& radio : service_.Driver().GetLive()) {
+      for (const Wifid::LiveBSS& bss : radio.bsss) {
+        if (bss.up) {
+          up.insert(bss.interface + " " + bss.bssid.ToString());
+        }
+      }
+    }
+    Require(up == planned, "what is in force is in the air");
+  }
+
+  FuzzedDataProvider& data_;
+  bool radiosFail_;
+  bool storeFails_ = false;
+  Wifid::SimulatedService service_;
+  std::vector<std::uint64_t> calls_;
+};
+
+}  // namespace
+
+}  // namespace TALO::Fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  namespace Fuzz = TALO::Fuzz;
+  FuzzedDataProvider data(bytes, size);
+  const auto model =
+      data.ConsumeBool() ? TALO::Wifid::SupportedModel::Alder100 : TALO::Wifid::SupportedModel::Dune40;
+  Fuzz::Session session(data, model);
+  constexpr int kMostSteps = 40;
+  for (int step = 0; step < kMostSteps && data.remaining_bytes() > 0; ++step) {
+    session.Step();
+  }
+  session.End();
+  return 0;
+}
