@@ -1,14 +1,20 @@
 // The country decides which channels there are.
 
+#include "daemon/store/state_codec.h"
 #include "hwsim/support/client.h"
 #include "hwsim/support/scenario.h"
 #include "hwsim/support/waiting.h"
+#include "support/files.h"
 
 namespace TALO::Hwsim {
 
 namespace {
 
 const Words kModel = {"--model", "Cedar300"};
+
+using Wifi::Util::RadioFrequency;
+
+constexpr int k5GHzUpper = 5745;  ///< channel 149
 
 class Country : public Scenario {
  protected:
@@ -18,6 +24,23 @@ class Country : public Scenario {
 
   int Channel(const std::string& radio) {
     return Record("getRadioStatuses", "radio", radio)["channel"].asInt();
+  }
+  /// As the radio was set to be.
+  int SetChannel(const std::string& radio) { return Record("getRadios", "radio", radio)["channel"].asInt(); }
+
+  /// The daemon with the network Home and a radio on another channel than its first, which no command sets.
+  void StartOnChannel(const Words& options, RadioFrequency radio, int channel) {
+    StartOnRadios(options);
+    CreateNetwork("Home", 1);
+    EndDaemon();
+    const std::string file = std::string(kStateDirectory) + "/state.json";
+    auto state = Wifid::DecodeState(ReadFile(file));
+    ASSERT_TRUE(state.Succeeded());
+    for (Wifid::RadioState& each : state.Value().radios) {
+      each.channel = each.radio == radio ? channel : each.channel;
+    }
+    WriteFile(file, Wifid::EncodeState(state.Value()));
+    StartOnRadios(options);
   }
 };
 
@@ -44,6 +67,44 @@ TEST_F(Country, AnotherCountryTakesChannelsAwayOnlyFromThoseWhoHaveNoneOfIts) {
   EXPECT_EQ(phone.ConnectedSince(), since);
   Client laptop("laptop", 3);
   laptop.Join({.frequency = k5GHz});
+}
+
+TEST_F(Country, AChannelThatTheNewCountryForbidsIsLeftAndNoClientOfAnotherRadioNotices) {
+  StartOnChannel(kModel + Words{"--country", "US"}, RadioFrequency::Band5GHz, 149);
+  EXPECT_EQ(Channel("Band5GHz"), 149);
+  Client phone("phone", 2);
+  Client laptop("laptop", 3);
+  phone.Join({});
+  laptop.Join({.frequency = k5GHzUpper, .keyManagement = "SAE"});
+  const std::string since = phone.ConnectedSince();
+
+  Do({"setCountryCode", "--country", "DE"});
+  EXPECT_TRUE(IsInForce("DE"));
+  EXPECT_EQ(Channel("Band5GHz"), 36);
+  EXPECT_EQ(SetChannel("Band5GHz"), 36);
+  laptop.ExpectDisconnected();
+  laptop.Control().Do("REMOVE_NETWORK all");
+  WaitUntil("Home is gone from channel 149", [&] { return !laptop.Hears("Home", k5GHzUpper); });
+  laptop.Join({.frequency = k5GHz, .keyManagement = "SAE"});
+  ExpectDevicesInTheEnd({phone.Address(), laptop.Address()});
+  EXPECT_EQ(phone.ConnectedSince(), since);
+}
+
+TEST_F(Country, AChannelOf24GHzThatTheNewCountryForbidsIsLeft) {
+  constexpr int k2_4GHzUpper = 2472;
+  StartOnChannel(kModel + Words{"--country", "DE"}, RadioFrequency::Band2_4GHz, 13);
+  EXPECT_EQ(Channel("Band2_4GHz"), 13);
+  Client phone("phone", 2);
+  Client laptop("laptop", 3);
+  phone.Join({.frequency = k2_4GHzUpper});
+  laptop.Join({.frequency = k5GHz});
+  const std::string since = laptop.ConnectedSince();
+
+  Do({"setCountryCode", "--country", "US"});
+  EXPECT_EQ(Channel("Band2_4GHz"), 1);
+  EXPECT_EQ(SetChannel("Band2_4GHz"), 1);
+  phone.Join({.frequency = 2412});
+  EXPECT_EQ(laptop.ConnectedSince(), since);
 }
 
 TEST_F(Country, ABadCodeIsRefusedAndChangesNothing) {
@@ -73,6 +134,23 @@ TEST_F(Country, ACountryIsStillInForceAfterTheDaemonIsStartedAgain) {
   StartOnRadios(kModel + Words{"--country", "DE"});
   EXPECT_EQ(RunTool({"getCountryCode"}), EndToEnd::Success("FR\n"));
   EXPECT_TRUE(IsInForce("FR"));
+}
+
+/// A router whose kernel knows no country's rules: the machine takes the database away for this suite.
+class CountryWithoutRules : public Country {};
+
+TEST_F(CountryWithoutRules, ACodeThatTheKernelDoesNotKnowIsRefusedAndChangesNothing) {
+  StartOnRadios(kModel + Words{"--country", "DE"});
+  EXPECT_EQ(RunTool({"setCountryCode", "--country", "US"}),
+            EndToEnd::Failure("Failed to execute command: the kernel does not take the country US: it has "
+                              "the rules of the world: Radio failed\n"));
+  EXPECT_EQ(RunTool({"getCountryCode"}), EndToEnd::Success("DE\n"));
+  EXPECT_TRUE(IsInForce("00"));
+  const EndToEnd::ToolRun run = RunTool({"createNetwork", "--ssid", "Home", "--password", "correct-horse"});
+  EXPECT_EQ(run, EndToEnd::Failure(
+                     "Create Network ID: Failed to execute command: the kernel does not take the country "
+                     "DE: it has the rules of the world: Radio failed\n"));
+  EXPECT_TRUE(Ask({"getNetworks"}).empty());
 }
 
 }  // namespace

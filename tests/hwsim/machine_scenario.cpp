@@ -16,16 +16,15 @@ class Machine : public Scenario {};
 TEST_F(Machine, HasSixRadiosOfBothBands) {
   for (int radio = 0; radio < 6; ++radio) {
     const std::string info = OutputOf({"iw", "phy", "phy" + std::to_string(radio), "info"});
-    EXPECT_NE(info.find("* 2437 MHz [6] (20.0 dBm)"), std::string::npos) << info;
-    EXPECT_NE(info.find("* 5180 MHz [36]"), std::string::npos) << info;
+    EXPECT_NE(info.find(" MHz [6] (20.0 dBm)"), std::string::npos) << info;
+    EXPECT_NE(info.find(" MHz [36]"), std::string::npos) << info;
   }
   EXPECT_FALSE(std::filesystem::exists("/sys/class/ieee80211/phy6"));
 }
 
 TEST_F(Machine, BeginsInTheWorldDomainWhere5GHzIsNotForAccessPoints) {
   EXPECT_NE(OutputOf({"iw", "reg", "get"}).find("country 00:"), std::string::npos);
-  EXPECT_NE(OutputOf({"iw", "phy", "phy1", "info"}).find("* 5180 MHz [36] (20.0 dBm) (no IR)"),
-            std::string::npos);
+  EXPECT_NE(OutputOf({"iw", "phy", "phy1", "info"}).find(" MHz [36] (20.0 dBm) (no IR)"), std::string::npos);
 }
 
 TEST_F(Machine, LetsAClientJoinAnAccessPointByItsPasswordOnly) {

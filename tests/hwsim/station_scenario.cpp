@@ -5,6 +5,7 @@
 #include "hwsim/support/scenario.h"
 #include "hwsim/support/waiting.h"
 
+#include <chrono>
 #include <optional>
 
 namespace TALO::Hwsim {
@@ -24,9 +25,22 @@ class Stations : public Scenario {
 
   void Raise() { upstream_.emplace(neighbour_, interface_, ForeignAPSetup{kSSID, "uplink-password"}); }
 
-  void ModifyStation(const std::string& password) {
-    Do({"modifyStation", "--enable", "1", "--radio", "Band2_4GHz", "--essid", kSSID, "--user", "",
-        "--password", password, "--bssid", "00:00:00:00:00:00", "--securityMode", "PersonalWPA2"});
+  void ModifyStation(const std::string& password) { Do(StationCommand("Band2_4GHz", kSSID, password)); }
+
+  /// How long, by the daemon's word, a client and the upstream connection have been there.
+  struct ConnectedTimes {
+    std::chrono::steady_clock::time_point asked;
+    int device = 0;
+    int upstream = 0;
+    std::chrono::steady_clock::time_point answered;
+  };
+  ConnectedTimes AskForConnectedTimes(Client& client) {
+    ConnectedTimes times;
+    times.asked = std::chrono::steady_clock::now();
+    times.device = Record("getDevices", "address", client.Address())["connectedTime"].asInt();
+    times.upstream = Record("getStationStatuses", "radio", "Band2_4GHz")["connectedTime"].asInt();
+    times.answered = std::chrono::steady_clock::now();
+    return times;
   }
 
   NetworkNamespace neighbour_{"neighbour"};
@@ -61,6 +75,8 @@ TEST_F(Stations, AnAccessPointIsJoinedAndJoinedAgain) {
   CreateNetwork("Home", 1);
   Client phone("phone", 3);
   phone.Join({});
+  const std::string since = phone.ConnectedSince();
+  EXPECT_NE(since, "");
   ModifyStation("uplink-password");
   ExpectStationInTheEnd("Band2_4GHz", "connected");
   const Json::Value status = Record("getStationStatuses", "radio", "Band2_4GHz");
@@ -68,13 +84,45 @@ TEST_F(Stations, AnAccessPointIsJoinedAndJoinedAgain) {
   EXPECT_EQ(status["bssid"], "02:00:00:00:02:00");
   EXPECT_EQ(status["interface"], "wlan0sta");
   EXPECT_EQ(status["channel"], 6);
-  EXPECT_TRUE(phone.IsConnected());
+  EXPECT_EQ(phone.ConnectedSince(), since);
 
   upstream_->Control().ForgetEvents();
   Do({"reconnectAllSTA"});
   upstream_->Control().WaitFor({"AP-STA-DISCONNECTED"});
   upstream_->Control().WaitFor({"AP-STA-CONNECTED"});
   ExpectStationInTheEnd("Band2_4GHz", "connected");
+  EXPECT_EQ(phone.ConnectedSince(), since);
+}
+
+TEST_F(Stations, WhatHappensToNetworksNeitherTheUpstreamNorAClientOfAnotherNotices) {
+  CreateNetwork("Home", 1);
+  Client phone("phone", 3);
+  phone.Join({});
+  ModifyStation("uplink-password");
+  ExpectStationInTheEnd("Band2_4GHz", "connected");
+  ExpectDevicesInTheEnd({phone.Address()});
+  const std::string since = phone.ConnectedSince();
+  EXPECT_NE(since, "");
+  upstream_->Control().ForgetEvents();
+  const ConnectedTimes before = AskForConnectedTimes(phone);
+  const auto expectUndisturbed = [&](const std::string& what) {
+    const ConnectedTimes now = AskForConnectedTimes(phone);
+    // The daemon tells whole seconds, and what it heard within the last one.
+    const auto atLeast =
+        std::chrono::duration_cast<std::chrono::seconds>(now.asked - before.answered).count() - 2;
+    EXPECT_GE(now.device, before.device + atLeast) << what;
+    EXPECT_GE(now.upstream, before.upstream + atLeast) << what;
+    EXPECT_EQ(phone.ConnectedSince(), since) << what;
+    EXPECT_FALSE(upstream_->Control().Has("AP-STA-DISCONNECTED")) << what;
+  };
+  CreateNetwork("Guests", 2, "welcome-guest");
+  expectUndisturbed("a new network");
+  Do({"rotatePassword", "--id", "2", "--radio", "SmartConnect"});
+  expectUndisturbed("its password");
+  Do({"deactivate", "--id", "2"});
+  expectUndisturbed("its absence");
+  Do({"deleteNetwork", "--id", "2"});
+  expectUndisturbed("its end");
 }
 
 TEST_F(Stations, AnAccessPointThatWentAwayIsJoinedOnceItIsBack) {
@@ -101,8 +149,7 @@ TEST_F(Stations, AStationThatIsSwitchedOffParts) {
   ModifyStation("uplink-password");
   ExpectStationInTheEnd("Band2_4GHz", "connected");
   upstream_->Control().ForgetEvents();
-  Do({"modifyStation", "--enable", "0", "--radio", "Band2_4GHz", "--essid", kSSID, "--user", "", "--password",
-      "uplink-password", "--bssid", "00:00:00:00:00:00", "--securityMode", "PersonalWPA2"});
+  Do(StationCommand("Band2_4GHz", kSSID, "uplink-password", false));
   upstream_->Control().WaitFor({"AP-STA-DISCONNECTED"});
   ExpectStationInTheEnd("Band2_4GHz", "disabled");
 }

@@ -74,6 +74,14 @@ void Client::Join(const KnownNetwork& network) {
 
 void Client::ExpectConnected() { control_->WaitFor({"CTRL-EVENT-CONNECTED"}); }
 
+void Client::ExpectConnectedInTheEnd() {
+  try {
+    WaitUntil(host_.Name() + " is connected", [this] { return IsConnected(); });
+  } catch (const std::runtime_error& error) {
+    throw std::runtime_error(std::string(error.what()) + ", but:\n" + control_->Ask("STATUS"));
+  }
+}
+
 std::string Client::ExpectRefused() {
   const std::string event = control_->WaitFor({"CTRL-EVENT-CONNECTED", "CTRL-EVENT-AUTH-REJECT",
                                                "CTRL-EVENT-ASSOC-REJECT", "CTRL-EVENT-SSID-TEMP-DISABLED"});

@@ -35,6 +35,8 @@ class Client {
   void BeginToJoin(const KnownNetwork& network);
   /// Waits until it is connected.
   void ExpectConnected();
+  /// Waits until it is connected, whatever happened before. Throws with its status when it is not.
+  void ExpectConnectedInTheEnd();
   /// Waits until it is turned away, and returns what it said about that.
   std::string ExpectRefused();
   /// Waits until it has lost its connection.

@@ -6,6 +6,7 @@
 #include <json/reader.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -14,16 +15,25 @@ namespace TALO::Hwsim {
 
 namespace {
 
+/// What the machine was told when it was made.
+std::string Told(const char* name) {
+  const char* value = std::getenv(name);
+  if (value == nullptr) {
+    throw std::runtime_error(std::string(name) + " is not set: scenarios run by ./test --hwsim");
+  }
+  return value;
+}
+
 /// What the service manager does for the daemon: its user, its capabilities, its directories.
 Words AsTheUnitDoes(const Words& daemon) {
-  const std::string capabilities = "-all,+net_admin,+net_raw";
+  const std::string ambient = Told("TALOWIFI_AMBIENT_CAPABILITIES");
   return Words{"setpriv",
                "--reuid=talowifi",
                "--regid=talowifi",
                "--clear-groups",
-               "--inh-caps=" + capabilities,
-               "--ambient-caps=" + capabilities,
-               "--bounding-set=" + capabilities,
+               "--inh-caps=" + ambient,
+               "--ambient-caps=" + ambient,
+               "--bounding-set=" + Told("TALOWIFI_BOUNDING_CAPABILITIES"),
                "--no-new-privs"} +
          daemon;
 }
@@ -122,6 +132,25 @@ void Scenario::ExpectUpInTheEnd(int id) {
     }
     return up;
   });
+}
+
+Words Scenario::StationCommand(const std::string& radio, const std::string& ssid, const std::string& password,
+                               bool enable) {
+  return {"modifyStation",
+          "--enable",
+          enable ? "1" : "0",
+          "--radio",
+          radio,
+          "--essid",
+          ssid,
+          "--user",
+          "",
+          "--password",
+          password,
+          "--bssid",
+          "00:00:00:00:00:00",
+          "--securityMode",
+          "PersonalWPA2"};
 }
 
 void Scenario::ExpectStationInTheEnd(const std::string& radio, const std::string& state) {

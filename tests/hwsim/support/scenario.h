@@ -54,6 +54,9 @@ class Scenario : public testing::Test {
   Json::Value Network(int id) { return Record("getNetworks", "id", id); }
   /// Waits until a network is up on all its radios.
   void ExpectUpInTheEnd(int id);
+  /// The words that set a radio's station, which joins any access point of the SSID.
+  static Words StationCommand(const std::string& radio, const std::string& ssid, const std::string& password,
+                              bool enable = true);
   /// Waits until the upstream connection of a radio is so.
   void ExpectStationInTheEnd(const std::string& radio, const std::string& state);
   /// The addresses of the stations that the daemon tells of.

@@ -56,6 +56,7 @@ void LinuxRadio::Next() {
 
 void LinuxRadio::Apply(const RadioPlan& plan, ApplyMode mode, RadioDriver::Done done) {
   Enter([this, plan, mode, done = std::move(done)](const Leave& leave) {
+    DropRestore();
     // The first plan is what the router was left with. Nobody else tries it again.
     if (!wanted_) {
       wanted_ = plan;
@@ -290,6 +291,7 @@ void LinuxRadio::Restore() {
     return;
   }
   Enter([this](const Leave& leave) {
+    DropRestore();
     Bring(*wanted_, ApplyMode::WhatDiffers, [this, leave](const Result<void>& result) {
       leave();
       if (result.Succeeded()) {
@@ -314,6 +316,13 @@ void LinuxRadio::RestoreLater() {
     restore_.reset();
     Restore();
   });
+}
+
+void LinuxRadio::DropRestore() {
+  if (restore_) {
+    timers_.Cancel(*restore_);
+    restore_.reset();
+  }
 }
 
 }  // namespace TALO::Wifid

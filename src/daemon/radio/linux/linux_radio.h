@@ -75,6 +75,8 @@ class LinuxRadio {
   /// The radio's, as the country in force has it.
   Result<WiphyBand> AskForBand() const;
   void RestoreLater();
+  /// Not later any more: what begins now brings the radio where it belongs, or sees to it again.
+  void DropRestore();
   void Reach(const Outcome& outcome);
   void Follow(const RadioIsDown& outcome);
   void Follow(const RadioIsUp& outcome);

@@ -74,6 +74,20 @@ TEST_F(LostProgramsTest, HostapdThatCannotBeStartedIsTheReasonWhyNothingWorks) {
   EXPECT_EQ("done", Describe(Apply(Plan(0, {1}))));
 }
 
+// The kernel takes five seconds to refuse a country, and a caller waits half a minute at most.
+TEST_F(LostProgramsTest, AChangeNeverWaitsForWhatWasToBeBroughtBackAfterTheOneBefore) {
+  machine.kernel.takesCountries = false;
+  EXPECT_FALSE(Apply(Plan(0, {1})).Succeeded());
+  EXPECT_FALSE(Apply(Plan(0, {1, 2})).Succeeded());
+  for (const int network : {1, 2}) {
+    const Timers::Duration began = machine.timers.Now();
+    EXPECT_FALSE(Apply(Plan(0, {network})).Succeeded());
+    EXPECT_LT(machine.timers.Now() - began, std::chrono::milliseconds(5100)) << network;
+  }
+  machine.kernel.takesCountries = true;
+  EXPECT_TRUE(IsBack("wlan0_1"));
+}
+
 TEST_F(LostProgramsTest, HostapdThatHangsIsStartedAgain) {
   ASSERT_TRUE(Apply(Plan(0, {1})).Succeeded());
   TakeEvents();
