@@ -192,11 +192,12 @@ class Witness {
 
  private:
   NetlinkRequest Command(int command) {
-    return {genl_ctrl_resolve(socket_.Get(), NL80211_GENL_NAME), 0,
-            genlmsghdr{static_cast<std::uint8_t>(command), 0, 0}};
+    return {family_, 0, genlmsghdr{static_cast<std::uint8_t>(command), 0, 0}};
   }
 
   NetlinkSocket socket_{NETLINK_GENERIC};
+  /// Asked for first: questions of libnl's own and of NetlinkSocket's are not numbered alike.
+  int family_ = genl_ctrl_resolve(socket_.Get(), NL80211_GENL_NAME);
 };
 
 TEST_F(RealKernelTest, LimitsThePowerOfARadio) {
