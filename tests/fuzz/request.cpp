@@ -146,7 +146,7 @@ class Session {
   /// Where nothing failed, all that was asked for is there.
   void CheckStanding() {
     const State& state = service_.GetState();
-    const auto& saved = service_.Store().Saved();
+    const auto& saved = service_.Store().LastSaved();
     Require(storeFails_ || !saved || *saved == state, "what is in force is stored");
     if (radiosFail_ || storeFails_) {
       return;
