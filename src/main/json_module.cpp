@@ -26,7 +26,7 @@ void printStyledJSON(Printable what) {
   const auto print = [](const char* text, std::size_t size) noexcept {
     std::cout.write(text, static_cast<std::streamsize>(size));
   };
-  if (!fetchedEntry()(what, print, reason)) {
+  if (!fetchedEntry()(TALOWIFI_VERSION, what, print, reason)) {
     throw std::runtime_error("cannot print JSON: " + reason);
   }
 }

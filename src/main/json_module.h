@@ -17,7 +17,9 @@ inline constexpr const char* kJSONModuleEntry = "talowifitoolWriteStyledJSON";
 /// Takes the text piece by piece.
 using TextSink = void(const char* text, std::size_t size) noexcept;
 
-/// Gives the styled JSON to `sink` and returns true; or false, and the reason.
-using JSONModuleEntry = bool(Printable what, TextSink* sink, std::string& reason) noexcept;
+/// Gives the styled JSON to `sink` and returns true; or false, and the reason. Records are read only by a
+/// module of the `version` that the program is of: others may have them differ.
+using JSONModuleEntry = bool(const char* version, Printable what, TextSink* sink,
+                             std::string& reason) noexcept;
 
 }  // namespace TALO::Tool

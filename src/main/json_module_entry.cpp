@@ -2,6 +2,7 @@
 #include "values/export.h"
 
 #include <array>
+#include <cstring>
 #include <exception>
 #include <ostream>
 #include <streambuf>
@@ -34,9 +35,13 @@ class SinkBuffer : public std::streambuf {
 
 }  // namespace
 
-extern "C" TALO_WIFI_API bool talowifitoolWriteStyledJSON(TALO::Tool::Printable what,
+extern "C" TALO_WIFI_API bool talowifitoolWriteStyledJSON(const char* version, TALO::Tool::Printable what,
                                                           TALO::Tool::TextSink* sink,
                                                           std::string& reason) noexcept {
+  if (std::strcmp(version, TALOWIFI_VERSION) != 0) {
+    reason = "the module is of version " TALOWIFI_VERSION ", the program of another";
+    return false;
+  }
   try {
     SinkBuffer buffer(sink);
     std::ostream output(&buffer);

@@ -4,7 +4,7 @@
 // usage: talowifi-attack [ROUNDS [SEED]]
 //
 // The status is 0 where the daemon lived, answered every call by a result or by an error with a name of its
-// own or of D-Bus, and needs no more memory than after the first round.
+// own or of D-Bus, and needs hardly more memory than before.
 
 #include "attack/attack.h"
 

@@ -11,6 +11,7 @@
 #include "daemon/main/secrecy.h"
 #include "daemon/main/service_manager.h"
 #include "daemon/main/setup_check.h"
+#include "daemon/main/state_saving.h"
 #include "daemon/main/stored_state.h"
 #include "daemon/main/system_journal.h"
 #include "daemon/service/bus_announcer.h"
@@ -19,11 +20,9 @@
 #include "daemon/service/service.h"
 #include "daemon/store/state_directory.h"
 #include "daemon/store/state_file.h"
-#include "daemon/system/background_writer.h"
 
 #include <cstdlib>
 #include <exception>
-#include <utility>
 #include <variant>
 
 namespace TALO::Wifid {
@@ -48,9 +47,8 @@ void Serve(const Options& options) {
   CheckBridge(options, driver.GetBridges());
   StateDirectory directory(options.stateDirectory);
   StateFile store(directory, options.stateDirectory);
-  const Loop watched{loop.GetEvent(), [&loop](std::exception_ptr failure) { loop.Stop(std::move(failure)); }};
-  BackgroundWriter writer(watched, store);
-  Engine engine({writer, driver, clock, calendar, manager, log},
+  StateSaving saving(loop, store, timers, log);
+  Engine engine({saving.GetWriter(), driver, clock, calendar, manager, log},
                 LoadState(store, driver.GetCapabilities(), options.country, log));
   WPSSessions wps(engine);
   ScheduleKeeper schedules(engine, timers);
@@ -76,6 +74,7 @@ void Serve(const Options& options) {
     announcer.Attach(loop.GetBus());
   });
   loop.Run();
+  saving.EndIfHanging();
 }
 
 }  // namespace

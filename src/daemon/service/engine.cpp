@@ -3,6 +3,7 @@
 #include "daemon/model/merge.h"
 #include "daemon/service/message_ids.h"
 
+#include <exception>
 #include <utility>
 
 namespace TALO::Wifid {
@@ -31,10 +32,29 @@ void Engine::Start(std::function<void()> done) {
 }
 
 void Engine::WhenSettled(std::function<void()> action) {
-  if (saving_) {
-    unsettled_.push_back(std::move(action));
-  } else {
-    action();
+  unsettled_.push_back(std::move(action));
+  Settle();
+}
+
+// Whatever an action leads to at once goes behind those that wait already.
+void Engine::Settle() {
+  if (settling_) {
+    return;
+  }
+  settling_ = true;
+  std::exception_ptr failure;
+  while (!saving_ && !unsettled_.empty()) {
+    const auto next = std::move(unsettled_.front());
+    unsettled_.pop_front();
+    try {
+      next();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+  }
+  settling_ = false;
+  if (failure) {
+    std::rethrow_exception(failure);
   }
 }
 
@@ -43,12 +63,8 @@ void Engine::Save(const State& state, Finish finish) {
   doors_.store.Save(state, [this, finish = std::move(finish)](const Result<void>& saved) {
     saving_ = false;
     saveOwed_ = !saved.Succeeded();
-    finish(saved);
-    while (!saving_ && !unsettled_.empty()) {
-      const auto next = std::move(unsettled_.front());
-      unsettled_.pop_front();
-      next();
-    }
+    unsettled_.push_front([finish, saved] { finish(saved); });
+    Settle();
   });
 }
 

@@ -138,6 +138,7 @@ class Engine {
 
   /// Does something that makes a new state once no other is on its way to the store, in the order asked for.
   void WhenSettled(std::function<void()> action);
+  void Settle();
   void Save(const State& state, Finish finish);
 
   void Commit(const Radios& radios, const State& next, Finish finish);
@@ -156,6 +157,7 @@ class Engine {
   std::map<RadioFrequency, RadioPlan> applied_;  ///< as the radio stands; absent where it is not known
   RadioQueue queue_;
   bool saving_ = false;
+  bool settling_ = false;
   std::deque<std::function<void()>> unsettled_;  ///< wait until the save is done
   bool saveOwed_ = false;  ///< the store failed last, and may hold something else than is in force
   bool ending_ = false;

@@ -1,5 +1,6 @@
 #include "daemon/system/background_writer.h"
 
+#include <poll.h>
 #include <sys/epoll.h>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -25,10 +26,16 @@ Descriptor MadeCounter() {
 
 }  // namespace
 
-BackgroundWriter::BackgroundWriter(const Loop& loop, StateStore& store)
-    : store_(store), done_(MadeCounter()), watch_(loop, done_.Get(), EPOLLIN, [this] { Finish(); }) {}
+BackgroundWriter::BackgroundWriter(const Loop& loop, StateStore& store, Timers& timers,
+                                   std::function<void()> late)
+    : store_(store),
+      timers_(timers),
+      late_(std::move(late)),
+      done_(MadeCounter()),
+      watch_(loop, done_.Get(), EPOLLIN, [this] { Finish(); }) {}
 
 BackgroundWriter::~BackgroundWriter() {
+  timers_.Cancel(patience_);
   if (worker_.joinable()) {
     worker_.join();
   }
@@ -40,12 +47,18 @@ void BackgroundWriter::Save(const State& state, Saved saved) {
   }
   try {
     worker_ = std::thread([this, state] { Work(state); });
-  } catch (const std::system_error& failure) {
+  } catch (const std::exception& failure) {
     saved(Refusal{ErrorCode::StorageFailed,
                   std::string("the state cannot be saved: no thread can be made: ") + failure.what()});
     return;
   }
   saved_ = std::move(saved);
+  patience_ = timers_.After(kPatience, late_);
+}
+
+bool BackgroundWriter::IsDoneWithin(std::chrono::milliseconds time) const {
+  pollfd done{done_.Get(), POLLIN, 0};
+  return !worker_.joinable() || poll(&done, 1, static_cast<int>(time.count())) > 0;
 }
 
 void BackgroundWriter::Work(const State& state) {
@@ -65,6 +78,7 @@ void BackgroundWriter::Finish() {
     return;
   }
   worker_.join();
+  timers_.Cancel(patience_);
   const Result<void> result = std::move(result_);
   const Saved saved = std::exchange(saved_, nullptr);
   saved(result);

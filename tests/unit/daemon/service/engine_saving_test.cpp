@@ -43,6 +43,25 @@ TEST_F(SlowSaves, AreWaitedForByTheNextChangeWhichIsMadeFromThem) {
   EXPECT_EQ(store_.LastSaved(), both);
 }
 
+TEST_F(SlowSaves, AreWaitedForInTheOrderAskedForWhicheverRadioItIs) {
+  const auto rename = [this](RadioFrequency radio, const std::string& essid) {
+    Wifi::StationSetting setting = Joined(radio, essid);
+    setting.enable = false;  // no plan differs, so the radio's next change comes at once
+    engine_->Make<void>(
+        Engine::Radios{radio},
+        [setting](const State& state) { return ModifyStation(state, TriBandRadios(), setting); },
+        NoteResult(essid));
+  };
+  rename(Band2_4GHz, "first");
+  rename(Band2_4GHz, "third");
+  rename(Band5GHz_1, "second");
+  store_.Release();
+  driver_.FinishAll();
+  Journal answers = TakeJournal();
+  std::erase_if(answers, [](const std::string& line) { return line.starts_with("save "); });
+  EXPECT_EQ(answers, (Journal{"first", "second", "third"}));
+}
+
 TEST_F(SlowSaves, AreWaitedForByAChangeThatIsTakenBack) {
   store_.Release();
   driver_.FailNext(Band2_4GHz, "wlan0 does not answer");

@@ -2,10 +2,12 @@
 
 #include "support/daemon_samples.h"
 #include "support/loop_run.h"
+#include "support/manual_timers.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
@@ -53,6 +55,9 @@ class SlowStore final : public StateStore {
 
 class BackgroundWriters : public testing::Test {
  protected:
+  // A writer waits for its disk at its end.
+  void TearDown() override { store_.Allow(); }
+
   void Save(const State& state) {
     writer_->Save(state, [this](const Result<void>& result) {
       answer_ = result.Succeeded() ? "saved" : result.Why().sentence;
@@ -67,7 +72,9 @@ class BackgroundWriters : public testing::Test {
   const State state_ = MakeState(3, {MakeNetwork(1, 1, "One")});
   LoopRun loop_;
   SlowStore store_;
-  std::optional<BackgroundWriter> writer_{std::in_place, loop_.Get(), store_};
+  ManualTimers timers_;
+  int late_ = 0;
+  std::optional<BackgroundWriter> writer_{std::in_place, loop_.Get(), store_, timers_, [this] { ++late_; }};
   std::optional<std::string> answer_;
 };
 
@@ -76,10 +83,25 @@ TEST_F(BackgroundWriters, LetTheLoopTurnWhileTheDiskIsBusy) {
   loop_.Until("the save", [this] { return store_.isSaving.load(); });
   loop_.TurnWhileReady();
   EXPECT_EQ(answer_, std::nullopt);
+  EXPECT_FALSE(writer_->IsDoneWithin(std::chrono::milliseconds(1)));
   store_.Allow();
+  EXPECT_TRUE(writer_->IsDoneWithin(std::chrono::minutes(1)));
   EXPECT_EQ(Answer(), "saved");
+  EXPECT_TRUE(writer_->IsDoneWithin(std::chrono::milliseconds(0)));
   EXPECT_EQ(store_.saved, state_);
   EXPECT_NE(store_.thread, std::this_thread::get_id());
+}
+
+TEST_F(BackgroundWriters, TellOnceWhereTheDiskTakesTooLong) {
+  store_.Allow();
+  Save(state_);
+  EXPECT_EQ(Answer(), "saved");
+  timers_.Advance(BackgroundWriter::kPatience);
+  EXPECT_EQ(late_, 0);
+  Save(state_);
+  timers_.Advance(BackgroundWriter::kPatience * 2);
+  EXPECT_EQ(late_, 1);
+  EXPECT_EQ(Answer(), "saved");
 }
 
 TEST_F(BackgroundWriters, TellWhatTheStoreSays) {
