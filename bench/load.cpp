@@ -3,6 +3,7 @@
 #include "bench/figures.h"
 #include "support/test_connection.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 #include <utility>
@@ -15,7 +16,7 @@ Caller::Caller(sd_event* loop, Target target, Permission permission)
     : bus_(EndToEnd::OpenBus(std::getenv("DBUS_SYSTEM_BUS_ADDRESS"))),
       target_(std::move(target)),
       permission_(std::move(permission)) {
-  // The daemon asks once who calls; that belongs to no call here.
+  // Waits until the bus has taken it, which belongs to no call.
   const char* name = nullptr;
   CheckMessage(sd_bus_get_unique_name(bus_.get(), &name));
   CheckMessage(sd_bus_attach_event(bus_.get(), loop, 0));

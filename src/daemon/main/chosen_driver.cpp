@@ -8,10 +8,8 @@
 #include "daemon/system/runtime_directory.h"
 #include "daemon/system/unix_control_sockets.h"
 
-#include <exception>
 #include <filesystem>
 #include <string>
-#include <utility>
 
 namespace TALO::Wifid {
 
@@ -42,7 +40,7 @@ std::string DirectoryIn(const std::string& runtimeDirectory) {
 
 struct ChosenDriver::Machine {
   Machine(const Options& options, EventLoop& events, Timers& timers)
-      : loop{events.GetEvent(), [&events](std::exception_ptr failure) { events.Stop(std::move(failure)); }},
+      : loop(events.GetWatched()),
         files(DirectoryIn(options.runtimeDirectory)),
         children(loop),
         sockets(loop, timers),

@@ -3,6 +3,7 @@
 #include "bus/message.h"
 #include "daemon/main/options.h"
 #include "daemon/service/log.h"
+#include "daemon/system/event_watch.h"
 
 #include <sys/signalfd.h>
 #include <systemd/sd-event.h>
@@ -25,6 +26,10 @@ class EventLoop {
 
   sd_bus* GetBus() const { return bus_.get(); }
   sd_event* GetEvent() const { return event_.get(); }
+  /// For doors that are watched on it: what their actions throw ends Run().
+  Loop GetWatched() {
+    return {GetEvent(), [this](std::exception_ptr failure) { Stop(std::move(failure)); }};
+  }
 
   /// Asks for the daemon's name. Once the bus has given it, callers find the daemon, and `opened` is called.
   /// When another has the name Run() fails. Does nothing when the daemon is about to end.

@@ -2,15 +2,11 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <exception>
-#include <utility>
 
 namespace TALO::Wifid {
 
 StateSaving::StateSaving(EventLoop& loop, StateStore& store, Timers& timers, Log& log)
-    : log_(log),
-      loop_{loop.GetEvent(), [&loop](std::exception_ptr failure) { loop.Stop(std::move(failure)); }},
-      writer_(loop_, store, timers, [&log] {
+    : log_(log), loop_(loop.GetWatched()), writer_(loop_, store, timers, [&log] {
         log.Write(Severity::Error,
                   "the disk has not taken the state for 10 seconds; until it has, nothing is changed", {});
       }) {}

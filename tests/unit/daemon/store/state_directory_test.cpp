@@ -1,5 +1,6 @@
 #include "daemon/store/state_directory.h"
 
+#include "support/directories.h"
 #include "support/files.h"
 #include "support/temporary_directory.h"
 
@@ -19,23 +20,6 @@ namespace TALO::Wifid {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The permission bits of a file or directory.
-mode_t ModeOf(const std::string& path) {
-  struct stat status {};
-  EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-  return status.st_mode & 07777U;
-}
-
-/// What the constructor throws, empty when it does not.
-std::string FailureOf(const std::string& directory) {
-  try {
-    const StateDirectory taken(directory);
-  } catch (const std::system_error& failure) {
-    return failure.what();
-  }
-  return "";
-}
 
 class StateDirectories : public testing::Test {
  protected:
@@ -135,12 +119,13 @@ TEST_F(StateDirectories, DoNotFollowALinkThatWasLeftBehind) {
 
 TEST_F(StateDirectories, BelongToOneDaemonAtATime) {
   auto first = std::make_unique<StateDirectory>(directory_);
-  EXPECT_EQ(FailureOf(directory_), "the state directory " + directory_ +
-                                       " is used by another daemon: Resource temporarily unavailable");
+  EXPECT_EQ(
+      FailureOf<StateDirectory>(directory_),
+      "the state directory " + directory_ + " is used by another daemon: Resource temporarily unavailable");
   // The one that has it is not disturbed.
   first->Create("a");
   first.reset();
-  EXPECT_EQ(FailureOf(directory_), "");
+  EXPECT_EQ(FailureOf<StateDirectory>(directory_), "");
 }
 
 TEST_F(StateDirectories, AreTakenWhereTheyAreThere) {
@@ -152,18 +137,18 @@ TEST_F(StateDirectories, AreTakenWhereTheyAreThere) {
 
 TEST_F(StateDirectories, NeedADirectory) {
   WriteFile(directory_, "a file");
-  EXPECT_EQ(FailureOf(directory_),
+  EXPECT_EQ(FailureOf<StateDirectory>(directory_),
             "the state directory " + directory_ + " cannot be opened: Not a directory");
-  EXPECT_EQ(FailureOf(directory_ + "/below"),
+  EXPECT_EQ(FailureOf<StateDirectory>(directory_ + "/below"),
             "the state directory " + directory_ + "/below cannot be made: Not a directory");
-  EXPECT_EQ(FailureOf(top_ / "missing/state"),
+  EXPECT_EQ(FailureOf<StateDirectory>(top_ / "missing/state"),
             "the state directory " + (top_ / "missing/state") + " cannot be made: No such file or directory");
 }
 
 TEST_F(StateDirectories, NeedALock) {
   fs::create_directory(directory_);
   fs::create_directory(directory_ + "/lock");
-  EXPECT_EQ(FailureOf(directory_),
+  EXPECT_EQ(FailureOf<StateDirectory>(directory_),
             "the lock in the state directory " + directory_ + " cannot be opened: Is a directory");
 }
 

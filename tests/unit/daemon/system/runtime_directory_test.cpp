@@ -1,5 +1,6 @@
 #include "daemon/system/runtime_directory.h"
 
+#include "support/directories.h"
 #include "support/files.h"
 #include "support/temporary_directory.h"
 
@@ -18,22 +19,6 @@ namespace TALO::Wifid {
 namespace {
 
 namespace fs = std::filesystem;
-
-mode_t ModeOf(const std::string& path) {
-  struct stat status {};
-  EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-  return status.st_mode & 07777U;
-}
-
-/// What the constructor throws, empty when it does not.
-std::string FailureOf(const std::string& directory) {
-  try {
-    const RuntimeDirectory taken(directory);
-  } catch (const std::system_error& failure) {
-    return failure.what();
-  }
-  return "";
-}
 
 class RuntimeDirectoryTest : public testing::Test {
  protected:
@@ -101,13 +86,14 @@ TEST_F(RuntimeDirectoryTest, RefusesALinkAndAFile) {
   fs::create_directory(top_ / "elsewhere");
   WriteFile(top_ / "elsewhere/a", "text");
   fs::create_directory_symlink(top_ / "elsewhere", path_);
-  EXPECT_EQ(FailureOf(path_),
+  EXPECT_EQ(FailureOf<RuntimeDirectory>(path_),
             "the runtime directory " + path_ + " cannot be used: Too many levels of symbolic links");
   EXPECT_EQ(ReadFile(top_ / "elsewhere/a"), "text");
   fs::remove(path_);
   WriteFile(path_, "a file");
-  EXPECT_EQ(FailureOf(path_), "the runtime directory " + path_ + " cannot be used: Not a directory");
-  EXPECT_EQ(FailureOf(top_ / "missing/run"),
+  EXPECT_EQ(FailureOf<RuntimeDirectory>(path_),
+            "the runtime directory " + path_ + " cannot be used: Not a directory");
+  EXPECT_EQ(FailureOf<RuntimeDirectory>(top_ / "missing/run"),
             "the runtime directory " + (top_ / "missing/run") + " cannot be made: No such file or directory");
 }
 
@@ -118,7 +104,7 @@ TEST_F(RuntimeDirectoryTest, RefusesADirectoryOfAnotherUser) {
   fs::create_directory(path_);
   WriteFile(path_ + "/a", "text");
   ASSERT_EQ(chown(path_.c_str(), 65534, 65534), 0);
-  EXPECT_EQ(FailureOf(path_),
+  EXPECT_EQ(FailureOf<RuntimeDirectory>(path_),
             "the runtime directory " + path_ + " belongs to another user: Operation not permitted");
   EXPECT_EQ(ReadFile(path_ + "/a"), "text");
 }
@@ -126,8 +112,9 @@ TEST_F(RuntimeDirectoryTest, RefusesADirectoryOfAnotherUser) {
 TEST_F(RuntimeDirectoryTest, BelongsToOneDaemonAtATime) {
   RuntimeDirectory first(path_);
   EXPECT_TRUE(first.Write("a", "text").Succeeded());
-  EXPECT_EQ(FailureOf(path_), "the runtime directory " + path_ +
-                                  " is used by another daemon: Resource temporarily unavailable");
+  EXPECT_EQ(
+      FailureOf<RuntimeDirectory>(path_),
+      "the runtime directory " + path_ + " is used by another daemon: Resource temporarily unavailable");
   EXPECT_EQ(ReadFile(path_ + "/a"), "text");
 }
 
