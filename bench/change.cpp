@@ -5,6 +5,7 @@
 #include "support/files.h"
 
 #include <csignal>
+#include <filesystem>
 #include <iterator>
 #include <regex>
 #include <stdexcept>
@@ -13,13 +14,13 @@ namespace TALO::Bench {
 
 namespace {
 
-/// Watches what a process writes and syncs below a directory.
+/// Watches what the threads of a process write and sync. Each has a file of its own: in a common one, calls
+/// that others come between are torn in two.
 class DiskWatch {
  public:
-  DiskWatch(const EndToEnd::Process& watched, const std::string& log)
-      : log_(log),
-        tracer_(
-            {.words = {"strace", "-f", "-y", "-s", "0", "-o", log, "-e",
+  explicit DiskWatch(const EndToEnd::Process& watched)
+      : tracer_(
+            {.words = {"strace", "-ff", "-y", "-s", "0", "-o", logs_ / "thread", "-e",
                        "trace=write,pwrite64,writev,fsync,fdatasync", "-p", std::to_string(watched.Id())}}) {
     const EndToEnd::Deadline deadline;
     while (tracer_.Errors().find("attached") == std::string::npos) {
@@ -33,11 +34,15 @@ class DiskWatch {
   std::string Lines() {
     tracer_.SendSignal(SIGINT);
     tracer_.Wait();
-    return ReadFile(log_);
+    std::string lines;
+    for (const auto& log : std::filesystem::directory_iterator(logs_ / "")) {
+      lines += ReadFile(log.path());
+    }
+    return lines;
   }
 
  private:
-  std::string log_;
+  TemporaryDirectory logs_;
   EndToEnd::Process tracer_;
 };
 
@@ -65,8 +70,7 @@ void MeasureChange(const Effort& effort) {
   const auto client = Wifi::WifiClientFactoryForTopo::GetInstance();
   client->SetContext("before");
   const std::size_t changes = effort.Or(2, 20);
-  const TemporaryDirectory directory;
-  DiskWatch watch(router.Daemon(), directory / "trace");
+  DiskWatch watch(router.Daemon());
   for (std::size_t i = 0; i < changes; ++i) {
     client->SetContext("context " + std::to_string(i % 10));
   }

@@ -92,6 +92,8 @@ class Battle {
       for (const Method& method : methods_) {
         attacker.Send(method.target, prepare(method));
         if (++sent % kAtOnce == 0) {
+          attacker.Flush();
+          CheckOthersAreServed();
           attacker.WaitForAnswers();
         }
       }
@@ -104,9 +106,11 @@ class Battle {
     for (const auto& [name, count] : attacker.Got()) {
       answers_[name] += count;
     }
-    // Whatever happened: others are served.
-    CallOperation<&WifiClient::GetCountryCode>(bus_.Address());
+    CheckOthersAreServed();
   }
+
+  /// Throws std::runtime_error where a proper call of somebody else is not answered, whatever is on its way.
+  void CheckOthersAreServed() { CallOperation<&WifiClient::GetCountryCode>(bus_.Address()); }
 
   void SendWrongSignatures() {
     AttackEveryMethod(5, [this](const Method&) {
@@ -158,6 +162,7 @@ class Battle {
     for (const auto& attacker : all) {
       attacker->Flush();
     }
+    CheckOthersAreServed();
     for (const auto& attacker : all) {
       attacker->WaitForAnswers();
     }
@@ -174,7 +179,7 @@ class Battle {
       }
       attacker.Flush();
     }
-    CallOperation<&WifiClient::GetCountryCode>(bus_.Address());
+    CheckOthersAreServed();
   }
 
   void TakeAndLoseNames() {

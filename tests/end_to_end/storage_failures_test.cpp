@@ -26,7 +26,7 @@ class StorageFailures : public EndToEndTest {
   /// Of the daemon's files none may become larger than that; -1 for no limit.
   void LimitFiles(std::int64_t bytes) {
     const rlimit limit = {bytes < 0 ? RLIM_INFINITY : static_cast<rlim_t>(bytes), RLIM_INFINITY};
-    ASSERT_EQ(prlimit(Daemon().GetProcess().GetId(), RLIMIT_FSIZE, &limit, nullptr), 0);
+    ASSERT_EQ(prlimit(Daemon().GetProcess().Id(), RLIMIT_FSIZE, &limit, nullptr), 0);
   }
 
   std::string Log() { return Daemon().GetProcess().Errors(); }

@@ -7,6 +7,7 @@
 #include "daemon/radio/linux/control/words.h"
 #include "daemon/system/line_cutter.h"
 #include "fuzz/support/require.h"
+#include "fuzz/support/two_texts.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -88,17 +89,14 @@ void CutLines(const std::string& text, std::size_t piece) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   namespace Fuzz = TALO::Fuzz;
-  const std::string input(reinterpret_cast<const char*>(data), size);
-  const std::size_t end = std::min(input.find('\0'), input.size());
-  const std::string first = input.substr(0, end);
-  const std::string second = end < input.size() ? input.substr(end + 1) : "";
-  for (const std::string& answer : {first, second}) {
+  const Fuzz::TwoTexts input(data, size);
+  for (const std::string& answer : {input.first, input.second}) {
     Fuzz::ReadScan(answer);
     Fuzz::ReadWords(answer);
     Fuzz::ReadEvent(answer);
   }
-  const auto upstream = TALO::Wifid::ReadUpstream(first, second);
-  Fuzz::Require(upstream.ssid.size() <= first.size(), "the SSID is one of the answer");
-  Fuzz::CutLines(input, 1 + size % 7);
+  const auto upstream = TALO::Wifid::ReadUpstream(input.first, input.second);
+  Fuzz::Require(upstream.ssid.size() <= input.first.size(), "the SSID is one of the answer");
+  Fuzz::CutLines(std::string(reinterpret_cast<const char*>(data), size), 1 + size % 7);
   return 0;
 }

@@ -1,6 +1,6 @@
-// Any requests to a router with devices around it, one after the other or many at once, while time passes and
-// clocks are set: each is answered once, and what follows is a state that the rules allow, stored and in the
-// air.
+// Any requests to a router with devices around it, one after the other or many at once, while time passes,
+// clocks are set, and disks and radios fail or take their time: each is answered once, and what follows is a
+// state that the rules allow, stored and in the air once disks and radios work again.
 
 #include "daemon/model/first_state.h"
 #include "daemon/model/state_check.h"
@@ -26,6 +26,8 @@ namespace {
 namespace Bus = Wifi::Bus;
 using Wifid::State;
 
+constexpr int kGoodApplies = 3;
+constexpr int kBadApplies = 2;
 constexpr std::int64_t kStart = 1'774'699'200;  // 2026-03-28T12:00:00Z
 
 Wifid::Scenario Surroundings(bool radiosFail) {
@@ -40,7 +42,8 @@ Wifid::Scenario Surroundings(bool radiosFail) {
   scenario.neighbours.front().passphrase = kSecret;
   scenario.meshNodes = {{"SN-0001", Wifid::SupportedModel::Birch200}};
   if (radiosFail) {
-    scenario.faults.apply = {{Wifid::RadioFrequency::Band2_4GHz, 3, 2, "the radio is broken", 100}};
+    scenario.faults.apply = {
+        {Wifid::RadioFrequency::Band2_4GHz, kGoodApplies, kBadApplies, "the radio is broken", 100}};
     scenario.faults.scan = {{Wifid::RadioFrequency::Band2_4GHz, 1, 1, "no answer"}};
   }
   return scenario;
@@ -87,7 +90,12 @@ class Session {
         break;
       case 2:
         service_.Store().FailNext("the disk is full");
-        storeFails_ = true;
+        break;
+      case 3:
+        service_.Store().Hold();
+        break;
+      case 4:
+        service_.Store().Release();
         break;
       default:
         VisitOperation(data_.ConsumeIntegralInRange<std::size_t>(0, kOperations - 1),
@@ -97,6 +105,7 @@ class Session {
   }
 
   void End() {
+    service_.Store().Release();
     // Longer than anything takes.
     Pass(300);
     for (const std::uint64_t call : calls_) {
@@ -143,14 +152,17 @@ class Session {
     Require(error.find('\n') == std::string::npos, "a refusal is a line");
   }
 
-  /// Where nothing failed, all that was asked for is there.
+  /// Once radios and disk work again, all that was asked for is there.
   void CheckStanding() {
+    service_.Store().FailNoMore();
+    for (int apply = 0; radiosFail_ && apply < kGoodApplies + kBadApplies; ++apply) {
+      static_cast<void>(service_.Restart());
+    }
+    Require(service_.Restart().Succeeded(), "radios that work are brought to their plans");
+    service_.End();
     const State& state = service_.GetState();
     const auto& saved = service_.Store().LastSaved();
-    Require(storeFails_ || !saved || *saved == state, "what is in force is stored");
-    if (radiosFail_ || storeFails_) {
-      return;
-    }
+    Require(!saved || *saved == state, "what is in force is stored");
     std::set<std::string> planned;
     for (const Wifid::RadioPlan& plan :
          Wifid::MakePlan(state, service_.Driver().GetCapabilities(),
@@ -174,7 +186,6 @@ class Session {
 
   FuzzedDataProvider& data_;
   bool radiosFail_;
-  bool storeFails_ = false;
   Wifid::SimulatedService service_;
   std::vector<std::uint64_t> calls_;
 };

@@ -11,6 +11,7 @@
 #include "daemon/service/log.h"
 #include "daemon/store/state_codec.h"
 #include "fuzz/support/require.h"
+#include "fuzz/support/two_texts.h"
 #include "support/daemon_samples.h"
 #include "support/simulated_disk.h"
 #include "support/zone_calendar.h"
@@ -116,14 +117,11 @@ void LoadAndSave(const std::string& current, const std::string& last) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   namespace Fuzz = TALO::Fuzz;
-  const std::string input(reinterpret_cast<const char*>(data), size);
-  const std::size_t end = std::min(input.find('\0'), input.size());
-  const std::string current = input.substr(0, end);
-  const std::string last = end < input.size() ? input.substr(end + 1) : "";
-  if (const auto state = Fuzz::Sound(current)) {
+  const Fuzz::TwoTexts files(data, size);
+  if (const auto state = Fuzz::Sound(files.first)) {
     Fuzz::Show(*state, TALO::Wifid::TriBandRadios());
     Fuzz::Show(*state, TALO::Wifid::DualBandRadios());
   }
-  Fuzz::LoadAndSave(current, last);
+  Fuzz::LoadAndSave(files.first, files.second);
   return 0;
 }

@@ -135,7 +135,7 @@ TEST_F(Machine, RunsTheDaemonAsAUserWithTheRightsOfItsUnit) {
   StartDaemon({"--radio-driver", "simulated", "--model", "Dune40"});
   const std::string status =
       OutputOf({"grep", "-E",
-                "^(Uid|CapEff|CapBnd|NoNewPrivs):", "/proc/" + std::to_string(Daemon().GetId()) + "/status"});
+                "^(Uid|CapEff|CapBnd|NoNewPrivs):", "/proc/" + std::to_string(Daemon().Id()) + "/status"});
   // CAP_NET_ADMIN is number 12, CAP_NET_RAW 13.
   EXPECT_NE(status.find("CapEff:\t0000000000003000\nCapBnd:\t0000000000003000\nNoNewPrivs:\t1\n"),
             std::string::npos)

@@ -60,6 +60,8 @@ class FakeStore final : public StateStore, public StateWriter {
   void Hold() { isHolding_ = true; }
   /// Tells of the save that is held, if one is.
   void Release();
+  /// Whether a save is held.
+  bool IsBusy() const { return held_ != nullptr; }
 
   const std::optional<State>& LastSaved() const { return saved_; }
 

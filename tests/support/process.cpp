@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/eventfd.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/syscall.h>
@@ -20,8 +21,8 @@ namespace TALO::EndToEnd {
 namespace {
 
 /// Everything else stays out, so that a run does not depend on who started it.
-constexpr std::array<const char*, 5> kInherited = {"PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "UBSAN_OPTIONS",
-                                                   "LSAN_OPTIONS"};
+constexpr std::array<const char*, 6> kInherited = {"PATH",          "LD_LIBRARY_PATH", "ASAN_OPTIONS",
+                                                   "UBSAN_OPTIONS", "LSAN_OPTIONS",    "TSAN_OPTIONS"};
 
 std::vector<std::string> Assignments(Environment environment) {
   for (const char* name : kInherited) {
@@ -133,19 +134,37 @@ Process::Process(const ProcessSetup& setup)
   if (id_ == 0) {
     Become(wordPointers.data(), assignmentPointers.data(), streams, parent, setup.asNobody);
   }
-  handle_ = Opened(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)), "a process cannot be watched");
+  WatchEnd();
 }
 
 Process::~Process() {
   if (!reaped_) {
     kill(id_, SIGKILL);
+    if (watcher_.joinable()) {
+      watcher_.join();
+    }
     waitpid(id_, nullptr, 0);
   }
 }
 
+// Older releases of valgrind do not know of descriptors of processes. There a thread waits in their place,
+// which leaves the end to be read by Reap().
+void Process::WatchEnd() {
+  end_ = Descriptor(static_cast<int>(syscall(SYS_pidfd_open, id_, 0)));
+  if (end_.Get() >= 0) {
+    return;
+  }
+  end_ = Opened(eventfd(0, EFD_CLOEXEC), "a process cannot be watched");
+  watcher_ = std::thread([id = id_, ended = end_.Get()] {
+    siginfo_t how;
+    waitid(P_PID, static_cast<id_t>(id), &how, WEXITED | WNOWAIT);
+    eventfd_write(ended, 1);
+  });
+}
+
 bool Process::WaitForEnd(const Deadline* deadline) const {
   for (;;) {
-    pollfd end{handle_.Get(), POLLIN, 0};
+    pollfd end{end_.Get(), POLLIN, 0};
     const int ready = poll(&end, 1, deadline != nullptr ? deadline->ForPoll() : 0);
     if (ready >= 0) {
       return ready > 0;
@@ -159,6 +178,9 @@ bool Process::WaitForEnd(const Deadline* deadline) const {
 bool Process::HasEnded() const { return reaped_ || WaitForEnd(nullptr); }
 
 void Process::Reap() {
+  if (watcher_.joinable()) {
+    watcher_.join();
+  }
   int status = 0;
   if (waitpid(id_, &status, 0) != id_) {
     ThrowErrno("the end of a process cannot be read");

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace TALO::EndToEnd {
@@ -40,8 +41,6 @@ class Process {
   bool HasEnded() const;
 
   void SendSignal(int number) const;
-  pid_t GetId() const { return id_; }
-
   pid_t Id() const { return id_; }
 
   /// What was captured so far.
@@ -49,17 +48,19 @@ class Process {
   std::string Errors() const;
 
   /// Readable once the process has ended.
-  int EndDescriptor() const { return handle_.Get(); }
+  int EndDescriptor() const { return end_.Get(); }
 
  private:
   bool WaitForEnd(const Deadline* deadline) const;
   void Reap();
+  void WatchEnd();
 
   std::string name_;
   Descriptor output_;
   Descriptor errors_;
   pid_t id_ = -1;
-  Descriptor handle_;
+  Descriptor end_;
+  std::thread watcher_;  ///< only where processes have no descriptors
   bool reaped_ = false;
   int status_ = 0;
 };

@@ -1,5 +1,7 @@
 #include "support/simulated_service.h"
 
+#include <optional>
+#include <stdexcept>
 #include <utility>
 #include <variant>
 
@@ -28,6 +30,22 @@ void SimulatedService::Pass(std::chrono::seconds time) {
 void SimulatedService::SetClock(std::int64_t now) {
   clock_.Set(now);
   Pass(std::chrono::seconds(5));
+}
+
+Result<void> SimulatedService::Restart() {
+  std::optional<Result<void>> outcome;
+  engine_.Restart(ApplyMode::WhatDiffers, [&outcome](const Result<void>& restarted) { outcome = restarted; });
+  Pass(std::chrono::minutes(1));
+  return outcome.value();
+}
+
+void SimulatedService::End() {
+  bool isOver = false;
+  engine_.End([&isOver] { isOver = true; });
+  Pass(std::chrono::minutes(1));
+  if (!isOver) {
+    throw std::runtime_error("the daemon does not end");
+  }
 }
 
 }  // namespace TALO::Wifid

@@ -29,6 +29,12 @@ class SimulatedService {
   /// Somebody sets the machine's clock.
   void SetClock(std::int64_t now);
 
+  /// Brings the radios to their plans once more, which a minute is enough for, and says how that went.
+  Result<void> Restart();
+
+  /// As the daemon ends, which a minute is enough for. Nothing may be asked of it after this.
+  void End();
+
   /// Calls the operation and gives it five seconds, which is more than any takes. The error of its answer,
   /// "none" for success.
   template <auto Method, typename... Arguments>

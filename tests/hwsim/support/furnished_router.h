@@ -23,7 +23,7 @@ class FurnishedRouter : public Scenario {
   KnownNetwork Guests() const;
 
   /// One of the daemon's programs.
-  pid_t FindProgram(const std::string& name) { return FindChild(Daemon().GetId(), name); }
+  pid_t FindProgram(const std::string& name) { return FindChild(Daemon().Id(), name); }
   /// Sends one of them a signal and returns which it was.
   pid_t SendSignal(const std::string& name, int number);
   /// Waits until another of this name runs in the place of one, and tells the stopwatch.

@@ -127,6 +127,8 @@ struct RadioCommand {
   std::string command;
   std::string factory;
   std::string operation;
+
+  friend void PrintTo(const RadioCommand& row, std::ostream* out) { *out << row.command; }
 };
 
 class CommandOnARadio : public testing::TestWithParam<RadioCommand> {

@@ -79,6 +79,26 @@ TEST_F(SlowSaves, AreWaitedForByAChangeThatIsTakenBack) {
   EXPECT_EQ(LiveNow(), LiveOf(hotel));
 }
 
+TEST_F(SlowSaves, ThatTakeAChangeBackComeBeforeTheRadiosAndTheAnswer) {
+  store_.Release();
+  driver_.FailNext(Band2_4GHz, "wlan0 does not answer");
+  JoinUpstream(Band2_4GHz, "Cafe");
+  store_.Hold();
+  TakeJournal();
+  driver_.Finish(Band2_4GHz);
+  EXPECT_EQ(TakeJournal(), (Journal{"save 1 2"}));
+  EXPECT_EQ(engine_->GetState(), two_);
+  JoinUpstream(Band5GHz_1, "Hotel");
+  EXPECT_EQ(TakeJournal(), Journal{});
+  store_.Release();
+  EXPECT_EQ(TakeJournal(),
+            (Journal{"apply Band2_4GHz: 1 2", "save 1 2, joins Hotel", "apply Band5GHz_1: 1 2"}));
+  driver_.FinishAll();
+  EXPECT_EQ(TakeJournal(), (Journal{"Radio failed: wlan0 does not answer", "done"}));
+  EXPECT_EQ(engine_->GetState(), WithJoined(two_, Band5GHz_1, "Hotel"));
+  EXPECT_EQ(store_.LastSaved(), engine_->GetState());
+}
+
 TEST_F(SlowSaves, AreCarriedThroughAtTheEndAndWhatWaitsForThemIsRefused) {
   JoinUpstream(Band2_4GHz, "Cafe");
   JoinUpstream(Band5GHz_1, "Hotel");

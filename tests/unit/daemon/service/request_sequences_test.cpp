@@ -30,6 +30,7 @@ class RequestSequences : public EngineTest {
 
   void Ask() {
     ++asked_;
+    askedDuringSaves_ += store_.IsBusy() ? 1 : 0;
     switch (Below(8)) {
       case 0:
       case 1:
@@ -99,8 +100,14 @@ class RequestSequences : public EngineTest {
     });
   }
 
-  /// Lets some radios be done.
+  /// Lets some radios be done, and now and then has the disk take its time until a later request.
   void FinishSome() {
+    if (Below(3) == 0) {
+      store_.Release();
+    }
+    if (Below(6) == 0) {
+      store_.Hold();
+    }
     for (int i = Below(6); i > 0 && driver_.IsBusy(); --i) {
       const auto busy = driver_.BusyRadios();
       driver_.Finish(*std::next(busy.begin(), Below(static_cast<int>(busy.size()))));
@@ -108,6 +115,7 @@ class RequestSequences : public EngineTest {
   }
 
   void ExpectSettled() {
+    store_.Release();
     driver_.FinishAll();
     EXPECT_EQ(answered_, asked_);
     EXPECT_EQ(engine_->GetState(), expected_);
@@ -120,6 +128,7 @@ class RequestSequences : public EngineTest {
   int succeeded_ = 0;
   int refused_ = 0;
   int failed_ = 0;
+  int askedDuringSaves_ = 0;
 };
 
 TEST_F(RequestSequences, AnswerEachOnceAndEndWhereTheAnswersSay) {
@@ -139,6 +148,7 @@ TEST_F(RequestSequences, AnswerEachOnceAndEndWhereTheAnswersSay) {
   // The choice of requests is such that all of this comes up.
   EXPECT_GT(succeeded_, 1000);
   EXPECT_GT(refused_, 200);
+  EXPECT_GT(askedDuringSaves_, 200);
   EXPECT_EQ(failed_, 0);
 }
 
@@ -178,6 +188,7 @@ TEST_F(RequestSequences, KeepNothingOfWhatStoreOrRadiosFailed) {
   }
   EXPECT_GT(succeeded_, 1000);
   EXPECT_GT(refused_, 200);
+  EXPECT_GT(askedDuringSaves_, 200);
   EXPECT_GT(failed_, 50);
 }
 
