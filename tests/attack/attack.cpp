@@ -24,8 +24,8 @@ using Wifi::Bus::CheckMessage;
 
 /// What is freed goes back to the C library, and not all of that to the kernel.
 constexpr double kSlackKiB = 1024;
-#ifdef TALOWIFI_SANITIZED
-constexpr bool kMemoryTells = false;  // sanitizers keep what was freed
+#ifdef TALOWIFI_INSTRUMENTED
+constexpr bool kMemoryTells = false;  // instruments have memory of their own, and keep what was freed
 #else
 constexpr bool kMemoryTells = true;
 #endif

@@ -16,6 +16,7 @@ namespace {
 class Interruptions : public FurnishedRouter {
  protected:
   static constexpr const char* kParty = "Party";
+  const Words kJoinOn5GHz = StationCommand("Band5GHz", "Uplink", "uplink-password");
   const Words kCreateParty = {"createNetwork", "--ssid", kParty, "--password", "party-secret"};
 
   static bool HasInterface(const std::string& name) {
@@ -84,6 +85,15 @@ class Interruptions : public FurnishedRouter {
     ExpectAllBack(watch);
   }
 
+  /// The same of kJoinOn5GHz.
+  void ExpectStationAsTold(const EndToEnd::ToolRun& run) {
+    Stopwatch watch("the caller was told");
+    ExpectAllBack(watch);
+    // The access point is not on 5 GHz.
+    ExpectStationInTheEnd("Band5GHz", run.status == 0 ? "failed" : "disabled");
+    EXPECT_EQ(HasInterface("wlan1sta"), run.status == 0);
+  }
+
   void ExpectParty() {
     Client visitor("visitor", 5);
     visitor.Join({.ssid = kParty, .passphrase = "party-secret"});
@@ -117,7 +127,7 @@ TEST_F(Interruptions, HostapdIsKilledBeforeItTakesANetworkDown) {
   EXPECT_FALSE(phone_.Hears("Guests", k2_4GHz));
 }
 
-TEST_F(Interruptions, TheSupplicantIsKilledBeforeItMakesAStation) {
+TEST_F(Interruptions, TheSupplicantIsKilledBeforeItTakesAStationAway) {
   const ClientsSince since = AskClients();
   const EndToEnd::ToolRun run =
       RunAndKillBefore(StationCommand("Band2_4GHz", "Uplink", "uplink-password", false), "wpa_supplicant");
@@ -131,16 +141,17 @@ TEST_F(Interruptions, TheSupplicantIsKilledBeforeItMakesAStation) {
   EXPECT_EQ(AskClients(), since);
 }
 
+TEST_F(Interruptions, TheSupplicantIsKilledBeforeItMakesAStation) {
+  const ClientsSince since = AskClients();
+  ExpectStationAsTold(RunAndKillBefore(kJoinOn5GHz, "wpa_supplicant"));
+  EXPECT_EQ(AskClients(), since);
+}
+
 TEST_F(Interruptions, TheSupplicantIsKilledWhileItMakesAStation) {
   const ClientsSince since = AskClients();
-  const EndToEnd::ToolRun run = RunInterrupted(
-      StationCommand("Band5GHz", "Uplink", "uplink-password"), "the station is there",
-      [] { return HasInterface("wlan1sta"); }, [&] { SendSignal("wpa_supplicant", SIGKILL); });
-  Stopwatch watch("the caller was told");
-  ExpectAllBack(watch);
-  // The access point is not on 5 GHz.
-  ExpectStationInTheEnd("Band5GHz", run.status == 0 ? "failed" : "disabled");
-  EXPECT_EQ(HasInterface("wlan1sta"), run.status == 0);
+  ExpectStationAsTold(RunInterrupted(
+      kJoinOn5GHz, "the station is there", [] { return HasInterface("wlan1sta"); },
+      [&] { SendSignal("wpa_supplicant", SIGKILL); }));
   EXPECT_EQ(AskClients(), since);
 }
 

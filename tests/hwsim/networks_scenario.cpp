@@ -77,8 +77,6 @@ TEST_F(Networks, WhatHappensToOneNetworkNoClientOfAnotherNotices) {
   laptop.Join({.frequency = k5GHz, .keyManagement = "SAE"});
   const std::string phoneSince = phone.ConnectedSince();
   const std::string laptopSince = laptop.ConnectedSince();
-  EXPECT_NE(phoneSince, "");
-  EXPECT_NE(laptopSince, "");
   const auto expectUndisturbed = [&](const std::string& what) {
     EXPECT_EQ(phone.ConnectedSince(), phoneSince) << what;
     EXPECT_EQ(laptop.ConnectedSince(), laptopSince) << what;

@@ -53,15 +53,17 @@ TEST_F(Stations, AScanTellsOfAccessPointsOfOthersAndOfNoneOfItsOwn) {
   const NetworkNamespace office("office");
   ForeignAP other(office, office.TakeRadio(3),
                   {.ssid = "Office", .passphrase = "office-secret", .channel = 1});
+  Json::Value results;
   WaitUntil("both are heard", [&] {
+    results = Ask({"getScanResults", "--radio", "Band2_4GHz"});
     std::set<std::string> heard;
-    for (const Json::Value& result : Ask({"getScanResults", "--radio", "Band2_4GHz"})) {
+    for (const Json::Value& result : results) {
       heard.insert(result["ssidHex"].asString());
     }
     EXPECT_FALSE(heard.contains("486f6d65"));
     return heard == std::set<std::string>{kSSIDHex, "4f6666696365"};
   });
-  for (const Json::Value& result : Ask({"getScanResults", "--radio", "Band2_4GHz"})) {
+  for (const Json::Value& result : results) {
     const bool isOffice = result["ssid"] == "Office";
     EXPECT_EQ(result["bssid"], isOffice ? "02:00:00:00:03:00" : "02:00:00:00:02:00");
     EXPECT_EQ(result["channel"], isOffice ? 1 : 6);
@@ -76,7 +78,6 @@ TEST_F(Stations, AnAccessPointIsJoinedAndJoinedAgain) {
   Client phone("phone", 3);
   phone.Join({});
   const std::string since = phone.ConnectedSince();
-  EXPECT_NE(since, "");
   ModifyStation("uplink-password");
   ExpectStationInTheEnd("Band2_4GHz", "connected");
   const Json::Value status = Record("getStationStatuses", "radio", "Band2_4GHz");
@@ -102,7 +103,6 @@ TEST_F(Stations, WhatHappensToNetworksNeitherTheUpstreamNorAClientOfAnotherNotic
   ExpectStationInTheEnd("Band2_4GHz", "connected");
   ExpectDevicesInTheEnd({phone.Address()});
   const std::string since = phone.ConnectedSince();
-  EXPECT_NE(since, "");
   upstream_->Control().ForgetEvents();
   const ConnectedTimes before = AskForConnectedTimes(phone);
   const auto expectUndisturbed = [&](const std::string& what) {

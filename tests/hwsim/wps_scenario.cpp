@@ -79,10 +79,12 @@ TEST_F(WPS, AnotherSessionIsRefusedUntilTheFirstIsEnded) {
   Client printer("printer", 2);
   printer.PushButton();
   ExpectScan(printer);
+  ExpectScan(printer);
   EXPECT_FALSE(printer.Control().Has("WPS-CRED-RECEIVED"));
   EXPECT_EQ(Devices(), std::set<std::string>{});
   Do({"triggerWPS_PBC", "--id", "1", "--radio", "Band2_4GHz"});
   printer.ExpectConnected();
+  EXPECT_EQ(printer.SSID(), "Home");
 }
 
 TEST_F(WPS, AClientGetsThePasswordOfNowAfterItWasRotated) {

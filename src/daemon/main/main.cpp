@@ -73,8 +73,7 @@ void Serve(const Options& options) {
     // Not before: the bus keeps signals from those whom they are not for by the name of their sender.
     announcer.Attach(loop.GetBus());
   });
-  loop.Run();
-  saving.EndIfHanging();
+  saving.RunLoop();
 }
 
 }  // namespace

@@ -14,11 +14,15 @@ class StateSaving {
 
   StateWriter& GetWriter() { return writer_; }
 
-  /// Ends the process here where a save does not come to its end within seconds: a disk that does not answer
-  /// is not waited for, and what it holds is whole at every instant.
-  void EndIfHanging();
+  /// Runs the loop to its end. Ends the process where a save does not come to its end within seconds then: a
+  /// disk that does not answer is not waited for, and what it holds is whole at every instant. Throws what
+  /// ended the loop.
+  void RunLoop();
 
  private:
+  bool IsHanging() const;
+
+  EventLoop& eventLoop_;
   Log& log_;
   Loop loop_;
   BackgroundWriter writer_;

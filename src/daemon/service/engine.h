@@ -26,7 +26,7 @@ namespace TALO::Wifid {
 /// Holds the state and carries changes through: validate, make the new state, store it durably, apply it to
 /// the radios, announce, answer. A success that it reports is stored and in the air; a change that fails at
 /// any step leaves state, store and radios as they were. Changes that touch a radio in common go through one
-/// after the other; others pass, but for the moment in which a state is stored: the next is made from it.
+/// after the other; others pass, but for the time in which a state is stored: the next is made from it.
 /// Questions are answered at once, from the state in force.
 class Engine {
  public:
@@ -69,7 +69,14 @@ class Engine {
   template <typename Answer>
   void Make(const Radios& radios, Rule<Answer> rule, Done<Answer> done) {
     queue_.Enter(radios, [this, radios, rule = std::move(rule), done = std::move(done)](auto ticket) {
-      WhenSettled([this, ticket, radios, rule, done] { MakeNow<Answer>(ticket, radios, rule, done); });
+      WhenSettled([this, ticket, radios, rule, done] {
+        try {
+          MakeNow<Answer>(ticket, radios, rule, done);
+        } catch (...) {
+          queue_.Leave(ticket);
+          throw;
+        }
+      });
     });
   }
 
@@ -89,8 +96,8 @@ class Engine {
   /// Evaluates the schedules against the clock and brings the radios to what follows.
   void EvaluateSchedules(Done<void> done);
 
-  /// The daemon is about to end: what has had its turn is carried through, everything else refused with Busy.
-  /// Calls `done` when nothing is under way any more, perhaps at once. Call once.
+  /// The daemon is about to end: what has had its turn and the uses of radios are carried through, every other
+  /// change is refused with Busy. Calls `done` when nothing is under way any more, perhaps at once. Call once.
   void End(std::function<void()> done);
 
  private:

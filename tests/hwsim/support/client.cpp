@@ -119,8 +119,12 @@ bool Client::KeepsSecret() {
 }
 
 std::string Client::ConnectedSince() const {
-  return LineOf(OutputOf(host_.Inside({"iw", "dev", interface_, "station", "dump"})),
-                "\tassociated at [boottime]:");
+  const std::string since = LineOf(OutputOf(host_.Inside({"iw", "dev", interface_, "station", "dump"})),
+                                   "\tassociated at [boottime]:");
+  if (since.empty()) {
+    throw std::runtime_error(interface_ + " is not connected");
+  }
+  return since;
 }
 
 bool Client::Hears(const std::string& ssid, int frequency) {

@@ -55,7 +55,8 @@ class Client {
   std::string SSID() { return Status("ssid"); }
   /// Whether it keeps a secret that lets it in without the passphrase.
   bool KeepsSecret();
-  /// Since when it has been connected without a break, as the kernel has it.
+  /// Since when it has been connected without a break, as the kernel has it. Throws std::runtime_error where
+  /// it is not connected.
   std::string ConnectedSince() const;
   /// Listens once and tells whether this SSID was in the air.
   bool Hears(const std::string& ssid, int frequency);

@@ -2,6 +2,9 @@
 
 #include "support/engine_test.h"
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace TALO::Wifid {
 
 namespace {
@@ -92,11 +95,24 @@ TEST_F(SlowSaves, ThatTakeAChangeBackComeBeforeTheRadiosAndTheAnswer) {
   EXPECT_EQ(TakeJournal(), Journal{});
   store_.Release();
   EXPECT_EQ(TakeJournal(),
-            (Journal{"apply Band2_4GHz: 1 2", "save 1 2, joins Hotel", "apply Band5GHz_1: 1 2"}));
+            (Journal{"apply Band2_4GHz: 1 2", "save 1 2, joins Hotel", "apply Band5GHz_1: 1 2, joins Hotel"}));
   driver_.FinishAll();
   EXPECT_EQ(TakeJournal(), (Journal{"Radio failed: wlan0 does not answer", "done"}));
   EXPECT_EQ(engine_->GetState(), WithJoined(two_, Band5GHz_1, "Hotel"));
   EXPECT_EQ(store_.LastSaved(), engine_->GetState());
+}
+
+TEST_F(SlowSaves, LeaveTheRadiosFreeBehindARuleThatThrows) {
+  JoinUpstream(Band5GHz_1, "Hotel");
+  engine_->Make<void>(
+      Engine::Radios{Band2_4GHz},
+      [](const State&) -> Result<Change<void>> { throw std::runtime_error("no memory"); }, NoteResult());
+  EXPECT_THROW(store_.Release(), std::runtime_error);
+  driver_.FinishAll();
+  TakeJournal();
+  JoinUpstream(Band2_4GHz, "Cafe");
+  driver_.FinishAll();
+  EXPECT_EQ(TakeJournal().back(), "done");
 }
 
 TEST_F(SlowSaves, AreCarriedThroughAtTheEndAndWhatWaitsForThemIsRefused) {
