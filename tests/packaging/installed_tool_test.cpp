@@ -63,11 +63,11 @@ TEST_F(InstalledTool, SaysThatItsModuleIsDamaged) {
 }
 
 TEST_F(InstalledTool, PrintsNothingByAModuleOfAnotherVersion) {
-  std::filesystem::copy_file(TALOWIFI_OLD_MODULE, Module(), std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::copy_file(TALOWIFI_OLD_MODULE, Module(),
+                             std::filesystem::copy_options::overwrite_existing);
   StartDaemon();
-  EXPECT_EQ(
-      RunInstalledTool("getNetworks"),
-      Failure("cannot print JSON: the module is of version 0.0.1, the program of another\n"));
+  EXPECT_EQ(RunInstalledTool("getNetworks"),
+            Failure("cannot print JSON: the module is of version 0.0.1, the program of another\n"));
 }
 
 }  // namespace

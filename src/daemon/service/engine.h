@@ -96,8 +96,9 @@ class Engine {
   /// Evaluates the schedules against the clock and brings the radios to what follows.
   void EvaluateSchedules(Done<void> done);
 
-  /// The daemon is about to end: what has had its turn and the uses of radios are carried through, every other
-  /// change is refused with Busy. Calls `done` when nothing is under way any more, perhaps at once. Call once.
+  /// The daemon is about to end: what has had its turn and the uses of radios are carried through, every
+  /// other change is refused with Busy. Calls `done` when nothing is under way any more, perhaps at once.
+  /// Call once.
   void End(std::function<void()> done);
 
  private:

@@ -24,6 +24,11 @@ class EventTimersTest : public LoopTest {
     return [this, letter] { called_ += letter; };
   }
 
+  /// Calls at a moment of the test, however long it took to get here.
+  void CallAt(milliseconds moment, char letter) {
+    timers_.After(start_ + moment - timers_.Now(), Call(letter));
+  }
+
   /// Runs the loop, which runs once only, until the timers before `delay` were called.
   void RunFor(milliseconds delay) {
     timers_.After(delay, [this] { EndLoop(); });
@@ -37,25 +42,26 @@ class EventTimersTest : public LoopTest {
   }
 
   EventTimers timers_{loop_};
+  const Timers::Duration start_ = timers_.Now();
   std::string called_;
 };
 
 TEST_F(EventTimersTest, AreCalledInTheOrderOfTheirTimes) {
-  timers_.After(milliseconds(30), Call('d'));
-  timers_.After(milliseconds(10), Call('b'));
-  timers_.After(milliseconds(20), Call('c'));
-  timers_.After(milliseconds(0), Call('a'));
-  RunFor(milliseconds(40));
+  CallAt(milliseconds(80), 'd');
+  CallAt(milliseconds(40), 'b');
+  CallAt(milliseconds(60), 'c');
+  CallAt(milliseconds(20), 'a');
+  RunFor(milliseconds(100));
   EXPECT_EQ(called_, "abcd");
 }
 
 TEST_F(EventTimersTest, AreCalledInTheOrderOfTheirTimesWhenTheLoopWasBusyUntilAllWereDue) {
-  timers_.After(milliseconds(3), Call('d'));
-  timers_.After(milliseconds(1), Call('b'));
-  timers_.After(milliseconds(4), Call('e'));
-  timers_.After(milliseconds(2), Call('c'));
-  timers_.After(milliseconds(0), Call('a'));
-  LetPass(milliseconds(10));
+  CallAt(milliseconds(80), 'd');
+  CallAt(milliseconds(40), 'b');
+  CallAt(milliseconds(100), 'e');
+  CallAt(milliseconds(60), 'c');
+  CallAt(milliseconds(20), 'a');
+  LetPass(milliseconds(120));
   RunFor(milliseconds(0));
   EXPECT_EQ(called_, "abcde");
 }

@@ -94,8 +94,8 @@ TEST_F(SlowSaves, ThatTakeAChangeBackComeBeforeTheRadiosAndTheAnswer) {
   JoinUpstream(Band5GHz_1, "Hotel");
   EXPECT_EQ(TakeJournal(), Journal{});
   store_.Release();
-  EXPECT_EQ(TakeJournal(),
-            (Journal{"apply Band2_4GHz: 1 2", "save 1 2, joins Hotel", "apply Band5GHz_1: 1 2, joins Hotel"}));
+  EXPECT_EQ(TakeJournal(), (Journal{"apply Band2_4GHz: 1 2", "save 1 2, joins Hotel",
+                                    "apply Band5GHz_1: 1 2, joins Hotel"}));
   driver_.FinishAll();
   EXPECT_EQ(TakeJournal(), (Journal{"Radio failed: wlan0 does not answer", "done"}));
   EXPECT_EQ(engine_->GetState(), WithJoined(two_, Band5GHz_1, "Hotel"));
