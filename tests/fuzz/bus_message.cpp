@@ -7,10 +7,15 @@
 #include "fuzz/support/raw_messages.h"
 #include "fuzz/support/require.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <ranges>
 #include <string>
+#include <string_view>
 #include <tuple>
+#include <type_traits>
+#include <utility>
 
 namespace TALO::Fuzz {
 
@@ -31,14 +36,61 @@ std::optional<std::tuple<T...>> ReadAll(sd_bus_message* message, Bus::ArgumentsC
   }
 }
 
-/// What can be measured is no larger than is said, and is as unread as before.
-void Measure(sd_bus_message* message) {
+/// How large values are, counted from themselves.
+class Extent {
+ public:
+  template <typename... T>
+  explicit Extent(const std::tuple<T...>& values) {
+    AddText(std::string_view("/").size());  // the message's path
+    std::apply([this](const T&... each) { (Add(each), ...); }, values);
+  }
+
+  bool IsTooLarge() const {
+    return isTooLarge_ || values_ > Wifid::kMaximumValues || bytes_ > Wifid::kMaximumBytesOfTexts;
+  }
+
+ private:
+  template <typename T>
+  void Add(const T& value) {
+    ++values_;
+    if constexpr (Wifi::Record<T>) {
+      Wifi::ForEachMember(value, [this](auto, const auto& each) { Add(each); });
+    } else if constexpr (std::is_same_v<T, std::string>) {
+      AddText(value.size());
+    } else if constexpr (std::is_same_v<T, Wifi::Util::MACAddress>) {
+      AddText(value.ToString().size());
+    } else if constexpr (std::ranges::range<T>) {
+      isTooLarge_ = isTooLarge_ || value.size() > Wifid::kMaximumListValues;
+      std::ranges::for_each(value, [this](const auto& each) { Add(each); });
+    }
+  }
+  /// An entry of a map counts, and what is in it.
+  template <typename Key, typename T>
+  void Add(const std::pair<Key, T>& entry) {
+    ++values_;
+    Add(entry.first);
+    Add(entry.second);
+  }
+  void AddText(std::size_t bytes) {
+    isTooLarge_ = isTooLarge_ || bytes > Wifid::kMaximumTextBytes;
+    bytes_ += bytes;
+  }
+
+  std::size_t values_ = 0;
+  std::size_t bytes_ = 0;
+  bool isTooLarge_ = false;
+};
+
+/// Whether it is said to be too large; nothing where it cannot be measured. It is as unread as before.
+std::optional<bool> Measure(sd_bus_message* message) {
   try {
-    Wifid::FindExcess(message);
+    const bool isTooLarge = Wifid::FindExcess(message).has_value();
     Require(sd_bus_message_at_end(message, 1) == (sd_bus_message_is_empty(message) > 0 ? 1 : 0),
             "a measured message is unread");
+    return isTooLarge;
   } catch (const Bus::CodecError&) {
     sd_bus_message_rewind(message, 1);
+    return std::nullopt;
   }
 }
 
@@ -60,8 +112,10 @@ class Exchange {
     if (!message) {
       return;
     }
-    Measure(message.get());
+    const auto measured = Measure(message.get());
     if (const auto values = ReadAll(message.get(), codec)) {
+      Require(measured && (*measured || !Extent(*values).IsTooLarge()),
+              "what holds more than is allowed is said to");
       Require(CarryValues(codec, *values), "what was read can be written");
     }
   }
@@ -81,7 +135,7 @@ class Exchange {
     Require(
         sd_bus_message_get_signature(message.get(), 1) == std::string_view(decltype(codec)::signature.text),
         "a message has its signature");
-    Measure(message.get());
+    Require(Measure(message.get()) == Extent(values).IsTooLarge(), "what is too large is said to be");
     const auto carried = ReadAll(message.get(), codec);
     Require(carried == values, "what was written is read");
     return true;

@@ -109,6 +109,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Fuzz::Run run = Fuzz::RunOnce(words, answers);
   Fuzz::CheckRun(run, answers.empty());
   const Fuzz::Run again = Fuzz::RunOnce(words, answers);
-  Fuzz::Require(again.tool.output == run.tool.output && again.calls == run.calls, "it does the same again");
+  Fuzz::Require(again.tool.status == run.tool.status && again.tool.output == run.tool.output &&
+                    again.calls == run.calls,
+                "it does the same again");
   return 0;
 }

@@ -18,6 +18,8 @@ namespace TALO::Fuzz {
 
 namespace {
 
+constexpr const char* kWhatIsAsked = " MASK=0x21e87";
+
 void ReadScan(const std::string& answer) {
   for (const auto radio : {Wifi::Util::RadioFrequency::Band2_4GHz, Wifi::Util::RadioFrequency::Band5GHz}) {
     const auto heard = Wifid::ReadHeard(answer, radio);
@@ -30,7 +32,9 @@ void ReadScan(const std::string& answer) {
     }
   }
   const int last = Wifid::LastHeardId(answer);
-  Require(last >= -1 && !Wifid::ListHeardAfter(last).empty(), "there is always a next question");
+  Require(last >= -1, "an ID is one, or there is none");
+  Require(Wifid::ListHeardAfter(last) == "BSS RANGE=" + std::to_string(last + 1LL) + "-" + kWhatIsAsked,
+          "the next question is for what comes after the last ID");
 }
 
 /// As they print it: what they escape, and as hexadecimal escapes alone.

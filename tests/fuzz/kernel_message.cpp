@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -37,20 +38,34 @@ Messages Split(std::string input) {
   return messages;
 }
 
+/// Whether the band has a channel of that number there.
+bool IsChannel(bool is5GHz, int number, int frequency) {
+  if (!is5GHz) {
+    return number == 14 ? frequency == 2484 : number >= 1 && number < 14 && frequency == 2407 + 5 * number;
+  }
+  return (number >= 7 && number <= 185 && frequency == 5000 + 5 * number) ||
+         (number >= 183 && number <= 196 && frequency == 4000 + 5 * number);
+}
+
 void CheckBand(const WiphyBand& band, bool is5GHz) {
-  Require(std::ranges::is_sorted(band.channels, {}, &Wifid::WiphyChannel::frequency),
-          "channels are in the order of their frequencies");
+  Require(std::ranges::adjacent_find(band.channels, std::ranges::greater_equal(),
+                                     &Wifid::WiphyChannel::frequency) == band.channels.end(),
+          "channels are in the order of their frequencies, each once");
   Require(band.maximumWidth >= 20 && band.maximumWidth <= 160, "a band is 20 to 160 MHz wide");
   for (const Wifid::WiphyChannel& channel : band.channels) {
+    Require(IsChannel(is5GHz, channel.number, channel.frequency), "a channel is one of its band");
     const int number = Wifid::ChannelAt(channel.frequency);
-    Require(number == 0 || channel.number == number, "a channel's number is its frequency's");
-    Require(channel.number >= 0, "no channel has a negative number");
+    Require(number == 0 || channel.number == number, "a channel has one number everywhere");
+    Require(channel.maximumWidth >= 20 && channel.maximumWidth <= band.maximumWidth,
+            "a channel is a part of none that is wider than the band");
     const Wifid::ChannelSettings settings = Wifid::SettingsOf(band, is5GHz, channel.number, 0);
     Require(settings.channel == channel.number && settings.width >= 20 && settings.width <= band.maximumWidth,
             "a channel is used no wider than the band is");
     Require((settings.width == 20) == (settings.secondary == 0), "what is wider has a secondary channel");
   }
 }
+
+bool IsWidth(int width) { return width == 20 || width == 40 || width == 80 || width == 160; }
 
 void CheckWiphys(const std::vector<Wiphy>& wiphys) {
   std::set<int> indices;
@@ -77,8 +92,13 @@ void CheckAssignment(const std::vector<Wiphy>& wiphys,
     std::set<int> used;
     for (const Wifid::RadioHardware& radio : assigned.Value()) {
       Require(used.insert(radio.wiphy).second, "a phy carries one radio");
-      Require(radio.capability.maximumBSSs >= 1 && !radio.capability.channels.empty(),
+      const std::vector<int>& channels = radio.capability.channels;
+      Require(radio.capability.maximumBSSs >= 1 && !channels.empty(),
               "a radio carries a network on some channel");
+      Require(std::ranges::adjacent_find(channels, std::ranges::greater_equal()) == channels.end() &&
+                  channels.front() >= 1 && channels.back() <= 196,
+              "a radio's channels are in order, each once");
+      Require(IsWidth(radio.capability.maximumChannelWidth), "a radio's channels have a width");
     }
   }
 }
@@ -88,6 +108,10 @@ void Read(const Messages& messages) {
   Require(interfaces.size() <= messages.size(), "a message tells of one interface");
   Require(std::ranges::is_sorted(interfaces, {}, &Wifid::WirelessInterface::index),
           "interfaces are in the order of their numbers");
+  for (const Wifid::WirelessInterface& interface : interfaces) {
+    Require(interface.channelWidth == 0 || interface.channelWidth == 320 || IsWidth(interface.channelWidth),
+            "an interface's channel has a width, or it is not known");
+  }
   const auto wiphys = Wifid::ReadWiphys(messages);
   CheckWiphys(wiphys);
   CheckAssignment(wiphys, interfaces);

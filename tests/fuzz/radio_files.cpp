@@ -1,17 +1,22 @@
 // The files and commands that hostapd and wpa_supplicant get, for any plan: whatever SSIDs, passphrases and
 // names hold, a value stays in its line, and each line is one of those that a harmless plan has.
 
+#include "client/bytes.h"
 #include "daemon/model/validation.h"
 #include "daemon/radio/linux/control/hostapd_commands.h"
 #include "daemon/radio/linux/control/hostapd_files.h"
 #include "daemon/radio/linux/control/supplicant_files.h"
 #include "daemon/radio/linux/secrets.h"
+#include "daemon/radio/security_modes.h"
 #include "fuzz/support/fuzzed_values.h"
 #include "fuzz/support/require.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -21,12 +26,18 @@ namespace TALO::Fuzz {
 
 namespace {
 
+using Wifid::BackhaulStationPlan;
 using Wifid::BSSPlan;
 using Wifid::SecurityMode;
 using Wifid::StationPlan;
 
-/// What stands before "=" in each line, in their order.
-std::vector<std::string> Keys(const std::string& text) {
+/// Ends a line for one of the programs that read the files, or the file.
+bool EndsLine(char c) { return c == '\n' || c == '\r' || c == '\0'; }
+bool IsLine(const std::string& text) { return std::ranges::none_of(text, EndsLine); }
+
+/// What stands before "=" in each line, in their order, however a line ends.
+std::vector<std::string> Keys(std::string text) {
+  std::ranges::replace_if(text, EndsLine, '\n');
   std::vector<std::string> keys;
   std::istringstream lines(text);
   for (std::string line; std::getline(lines, line);) {
@@ -44,6 +55,23 @@ std::string AnyPassphrase(FuzzedDataProvider& data) {
     FuzzedValues(data).FillSecret(passphrase);
   }
   return passphrase;
+}
+
+/// As long as identities and their passwords may be.
+constexpr std::size_t kLongestIdentity = 253;
+
+/// Adds any bytes, also those that a file cannot hold.
+void Lengthen(FuzzedDataProvider& data, std::string& text) {
+  static const std::array<std::string, 5> kEnds = {"", "\n", "\r", std::string(1, '\0'), "\rssid=Home"};
+  if (text == kKey || text.size() >= kLongestIdentity || !data.ConsumeBool()) {
+    return;
+  }
+  text += data.ConsumeRandomLengthString(kLongestIdentity);
+  text += kEnds.at(data.ConsumeIntegralInRange<std::size_t>(0, kEnds.size() - 1));
+  if (data.ConsumeBool()) {
+    text.resize(kLongestIdentity, 'x');
+  }
+  text.resize(std::min(text.size(), kLongestIdentity));
 }
 
 std::string Harmless(const std::string& passphrase) {
@@ -84,27 +112,7 @@ BSSPlan MakeBSS(FuzzedDataProvider& data) {
   return bss;
 }
 
-void CheckBSS(const BSSPlan& bss, const std::string& bridge) {
-  if (!Wifid::CanCarry(bss.securityMode)) {
-    return;
-  }
-  const Wifid::AccessPaths paths{"/run/radios/accept", "/run/radios/deny"};
-  const auto text = Written([&] { return Wifid::BSSFile(Setup(), bss, bridge, paths); });
-  BSSPlan harmless = bss;
-  harmless.ssid = "Home";
-  harmless.passphrase = Harmless(bss.passphrase);
-  const std::string plainBridge = bridge.empty() ? "" : "br0";
-  if (text) {
-    Require(Keys(*text) == Keys(Wifid::BSSFile(Setup(), harmless, plainBridge, paths)),
-            "a BSS's lines do not depend on its texts");
-    Require(text->ends_with('\n') && text->find('\0') == std::string::npos, "a file is whole lines");
-  } else {
-    Require(!Wifid::CheckPassphrase(bss.passphrase).Succeeded() || bridge != plainBridge,
-            "what the rules allow can be written");
-  }
-}
-
-void CheckStation(FuzzedDataProvider& data) {
+StationPlan MakeStation(FuzzedDataProvider& data) {
   FuzzedValues values(data);
   StationPlan station;
   station.interface = "wlan0sta";
@@ -113,25 +121,98 @@ void CheckStation(FuzzedDataProvider& data) {
   station.passphrase = AnyPassphrase(data);
   values.Fill(station.bssid);
   values.Fill(station.securityMode);
+  return station;
+}
+
+BackhaulStationPlan MakeBackhaulStation(FuzzedDataProvider& data) {
+  FuzzedValues values(data);
+  BackhaulStationPlan station;
+  station.interface = "wlan0bsta";
+  values.Fill(station.ssid);
+  station.passphrase = AnyPassphrase(data);
+  values.Fill(station.scanType);
+  return station;
+}
+
+/// A file with the lines of a harmless one, or nothing where it may be refused.
+void CheckFile(const std::optional<std::string>& text, const std::string& harmless, bool mayBeRefused) {
+  if (!text) {
+    Require(mayBeRefused, "what the rules allow can be written");
+    return;
+  }
+  Require(Keys(*text) == Keys(harmless), "a file's lines do not depend on its texts");
+  Require(
+      text->ends_with('\n') && text->find('\0') == std::string::npos && text->find('\r') == std::string::npos,
+      "a file is whole lines");
+}
+
+void CheckBSS(const BSSPlan& bss, const std::string& bridge) {
+  if (!Wifid::CanCarry(bss.securityMode)) {
+    return;
+  }
+  const Wifid::AccessPaths paths{"/run/radios/accept", "/run/radios/deny"};
+  BSSPlan harmless = bss;
+  harmless.ssid = "Home";
+  harmless.passphrase = Harmless(bss.passphrase);
+  CheckFile(Written([&] { return Wifid::BSSFile(Setup(), bss, bridge, paths); }),
+            Wifid::BSSFile(Setup(), harmless, bridge.empty() ? "" : "br0", paths),
+            !IsLine(bridge) ||
+                (Wifid::IsPersonal(bss.securityMode) && !Wifid::CheckPassphrase(bss.passphrase).Succeeded()));
+}
+
+/// The devices that a list names, one in each line.
+std::set<std::string> Listed(const std::string& text) {
+  Require(text.empty() || text.ends_with('\n'), "a list is whole lines");
+  std::set<std::string> devices;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    Require(devices.insert(line).second, "a device is listed once");
+  }
+  return devices;
+}
+
+void CheckLists(const Wifid::AccessPlan& access) {
+  std::set<std::string> devices;
+  for (const Wifi::Util::MACAddress& device : access.devices) {
+    devices.insert(device.ToString());
+  }
+  const bool accepts = access.rule == Wifid::AccessPlan::Rule::OnlyListed;
+  const bool denies = access.rule == Wifid::AccessPlan::Rule::AllButListed;
+  Require(Listed(Wifid::AcceptFile(access)) == (accepts ? devices : std::set<std::string>()) &&
+              Listed(Wifid::DenyFile(access)) == (denies ? devices : std::set<std::string>()),
+          "the lists are those of the rule");
+}
+
+bool MayBeRefused(const StationPlan& station) {
+  if (Wifid::IsEnterprise(station.securityMode)) {
+    return std::max(station.user.size(), station.passphrase.size()) > kLongestIdentity;
+  }
+  return Wifid::IsPersonal(station.securityMode) && !Wifid::CheckPassphrase(station.passphrase).Succeeded();
+}
+
+void CheckStation(const StationPlan& station) {
   if (!Wifid::CanJoin(station.securityMode)) {
     return;
   }
-  const auto text = Written([&] { return Wifid::StationFile(station); });
   StationPlan harmless = station;
   harmless.ssid = "Home";
   harmless.user = "anna";
   harmless.passphrase = Harmless(station.passphrase);
-  if (text) {
-    Require(Keys(*text) == Keys(Wifid::StationFile(harmless)),
-            "a station's lines do not depend on its texts");
-  } else {
-    Require(!Wifid::CheckPassphrase(station.passphrase).Succeeded(), "what the rules allow can be written");
-  }
+  CheckFile(Written([&] { return Wifid::StationFile(station); }), Wifid::StationFile(harmless),
+            MayBeRefused(station));
 }
 
-void CheckCommands(FuzzedDataProvider& data, const BSSPlan& bss, const BSSPlan& after) {
+void CheckBackhaulStation(const BackhaulStationPlan& station) {
+  BackhaulStationPlan harmless = station;
+  harmless.ssid = "Mesh";
+  harmless.passphrase = Harmless(station.passphrase);
+  CheckFile(Written([&] { return Wifid::BackhaulStationFile(station); }),
+            Wifid::BackhaulStationFile(harmless), !Wifid::CheckPassphrase(station.passphrase).Succeeded());
+}
+
+void CheckCommands(const BSSPlan& bss, const BSSPlan& after, bool hidden) {
   Wifid::Commands commands = Wifid::ChangeAccess(bss.interface, bss.access, after.access);
-  const auto more = Wifid::ChangeHidden(bss.interface, data.ConsumeBool());
+  const auto more = Wifid::ChangeHidden(bss.interface, hidden);
   commands.insert(commands.end(), more.begin(), more.end());
   if (Wifid::CheckPassphrase(after.passphrase).Succeeded() &&
       Wifid::CanChangePassphrase(bss.securityMode, bss.passphrase, after.passphrase)) {
@@ -140,19 +221,67 @@ void CheckCommands(FuzzedDataProvider& data, const BSSPlan& bss, const BSSPlan& 
   }
   for (const std::string& command : commands) {
     Require(command.starts_with("IFNAME=wlan0_1 "), "a command is for its interface");
-    Require(command.find('\n') == std::string::npos, "a command is a line");
+    Require(IsLine(command), "a command is a line");
   }
 }
 
-void CheckHidden(FuzzedDataProvider& data, const BSSPlan& bss) {
+/// Of whatever name the kernel may have for something.
+void CheckNames(std::string name) {
+  constexpr std::size_t kLongestName = 15;
+  std::erase_if(name, [](char c) { return c == '/' || c == ':' || c == ' ' || (c >= '\t' && c <= '\r'); });
+  name = name.substr(0, std::min(name.find('\0'), kLongestName));
+  Require(Wifid::AddBSS(name, "/run/radios/" + name) == "ADD bss_config=" + name + ":/run/radios/" + name,
+          "a BSS is added by its phy and its file");
+  const std::string command = Wifid::AddStation(name, "/run/radios/" + name, "/run/radios/control", name);
+  Require(IsLine(command) && command.starts_with("INTERFACE_ADD " + name + "\t") &&
+              command.ends_with("\t" + name) && std::ranges::count(command, '\t') == 5,
+          "a station is added by a line of six fields");
+}
+
+/// What a program says, with a secret in it.
+void CheckHidden(const Wifid::Secrets& secrets, std::string around, const std::string& secret) {
+  if (around.find(kSecret) != std::string::npos) {
+    around.clear();
+  }
+  Require(secret.empty() || secrets.Hide(around + secret).find(secret) == std::string::npos,
+          "what a program says is told without passphrases");
+}
+
+void Check(FuzzedDataProvider& data) {
+  // What is new comes last: so kept inputs stay what they are.
+  BSSPlan bss = MakeBSS(data);
+  BSSPlan after = MakeBSS(data);
+  const auto name = FuzzedValues(data).Make<std::string>();
+  StationPlan station = MakeStation(data);
+  const bool hidden = data.ConsumeBool();
+  const std::string around = data.ConsumeRandomLengthString(40);
+  Lengthen(data, bss.passphrase);
+  Lengthen(data, after.passphrase);
+  Lengthen(data, station.passphrase);
+  if (data.ConsumeBool()) {
+    station.securityMode = data.PickValueInArray(
+        {SecurityMode::EnterpriseWPA2, SecurityMode::EnterpriseWPA3, SecurityMode::EnterpriseWPAMixed});
+    Lengthen(data, station.user);
+  }
+  BackhaulStationPlan backhaul = MakeBackhaulStation(data);
+  Lengthen(data, backhaul.passphrase);
+
+  CheckBSS(bss, name);
+  CheckLists(bss.access);
+  CheckStation(station);
+  CheckBackhaulStation(backhaul);
+  CheckCommands(bss, after, hidden);
+  CheckNames(name);
+
   Wifid::RadioPlan plan;
   plan.bsss = {bss};
+  plan.station = station;
+  plan.backhaulStation = backhaul;
   Wifid::Secrets secrets;
   secrets.Learn(plan);
-  const std::string around = data.ConsumeRandomLengthString(40);
-  if (!bss.passphrase.empty()) {
-    Require(secrets.Hide(around + bss.passphrase).find(bss.passphrase) == std::string::npos,
-            "what a program says is told without passphrases");
+  for (const std::string& secret :
+       {bss.passphrase, station.passphrase, Wifi::ToHex(station.passphrase), backhaul.passphrase}) {
+    CheckHidden(secrets, around, secret);
   }
 }
 
@@ -163,11 +292,6 @@ void CheckHidden(FuzzedDataProvider& data, const BSSPlan& bss) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
   namespace Fuzz = TALO::Fuzz;
   FuzzedDataProvider data(bytes, size);
-  const auto bss = Fuzz::MakeBSS(data);
-  const auto after = Fuzz::MakeBSS(data);
-  Fuzz::CheckBSS(bss, Fuzz::FuzzedValues(data).Make<std::string>());
-  Fuzz::CheckStation(data);
-  Fuzz::CheckCommands(data, bss, after);
-  Fuzz::CheckHidden(data, bss);
+  Fuzz::Check(data);
   return 0;
 }

@@ -6,6 +6,7 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -40,14 +41,10 @@ class Trial {
         program.Print(Text());
         break;
       case 6:
-        if (program.IsRunning()) {
-          program.Die("killed by signal 9");
-        }
+        Kill(program);
         break;
       case 7:
-        program.hangs = true;
-        router_.machine.Advance(data_.ConsumeIntegralInRange(0, 30'000));
-        program.hangs = false;
+        Hang(program, std::chrono::milliseconds(data_.ConsumeIntegralInRange(0, 30'000)));
         break;
       case 8:
         Scan();
@@ -61,8 +58,12 @@ class Trial {
 
   /// With programs that do what they are told.
   void End() {
-    router_.machine.hostapd.oddAnswers.clear();
-    router_.machine.supplicant.oddAnswers.clear();
+    for (FakeProgram* program : {static_cast<FakeProgram*>(&router_.machine.hostapd),
+                                 static_cast<FakeProgram*>(&router_.machine.supplicant)}) {
+      program->oddAnswers.clear();
+      program->diesOf.clear();
+      program->hangs = false;
+    }
     constexpr int kTwoMinutes = 120'000;
     router_.machine.Advance(kTwoMinutes);
     for (const std::size_t radio : {0U, 1U}) {
@@ -75,6 +76,11 @@ class Trial {
       const Wifid::LiveRadio live = router_.Live(radio);
       Require(live.up && live.bsss.size() == 1 && live.bsss.front().up, "what is in the air is shown");
     }
+    Require(router_.WaitFor(
+                [this] { return router_.machine.supplicant.HasInterface("wlan0sta") == withStation_; }),
+            "a station is there if it is planned");
+    Require((router_.Live(0).station.phase != Wifid::LiveUpstream::Phase::Disabled) == withStation_,
+            "a station is shown if it is planned");
   }
 
  private:
@@ -115,12 +121,31 @@ class Trial {
     Require(heard.Succeeded() || heard.Why().code != ErrorCode::NoAnswer, "a scan is answered");
   }
 
-  /// To a request that it had before.
+  /// One that it had before.
+  const std::string& AnyRequest(const FakeProgram& program) {
+    return program.requests.at(data_.ConsumeIntegralInRange<std::size_t>(0, program.requests.size() - 1));
+  }
+
   void AnswerOddly(FakeProgram& program) {
     if (!program.requests.empty()) {
-      const auto request = data_.ConsumeIntegralInRange<std::size_t>(0, program.requests.size() - 1);
-      program.oddAnswers[program.requests.at(request)] = Text();
+      const std::string& request = AnyRequest(program);
+      program.oddAnswers[request] = Text();
     }
+  }
+
+  /// At once, or in the middle of what asks it so the next time.
+  void Kill(FakeProgram& program) {
+    if (!program.requests.empty() && data_.ConsumeBool()) {
+      program.diesOf = AnyRequest(program);
+    } else if (program.IsRunning()) {
+      program.Die("killed by signal 9");
+    }
+  }
+
+  /// For so long, whatever comes meanwhile.
+  void Hang(FakeProgram& program, std::chrono::milliseconds time) {
+    program.hangs = true;
+    router_.machine.timers.After(time, [&program] { program.hangs = false; });
   }
 
   void Look() {

@@ -76,7 +76,8 @@ class Session {
       : data_(data),
         radiosFail_(data.ConsumeIntegralInRange(0, 3) == 0),
         service_(model, Surroundings(radiosFail_), FirstState(model, data.ConsumeIntegralInRange(0, 2)),
-                 kStart) {
+                 kStart),
+        first_(service_.GetState()) {
     Pass(5);
   }
 
@@ -89,6 +90,7 @@ class Session {
         service_.SetClock(kStart + data_.ConsumeIntegralInRange(-1'000'000, 100'000'000));
         break;
       case 2:
+        diskFails_ = true;
         service_.Store().FailNext("the disk is full");
         break;
       case 3:
@@ -152,41 +154,74 @@ class Session {
     Require(error.find('\n') == std::string::npos, "a refusal is a line");
   }
 
-  /// Once radios and disk work again, all that was asked for is there.
+  /// What is in force is there at once where nothing failed, and everywhere once radios and disk work again.
   void CheckStanding() {
+    if (!diskFails_) {
+      CheckStored();
+    }
+    if (!radiosFail_) {
+      CheckAir();
+    }
     service_.Store().FailNoMore();
     for (int apply = 0; radiosFail_ && apply < kGoodApplies + kBadApplies; ++apply) {
       static_cast<void>(service_.Restart());
     }
     Require(service_.Restart().Succeeded(), "radios that work are brought to their plans");
     service_.End();
-    const State& state = service_.GetState();
+    CheckStored();
+    CheckAir();
+  }
+
+  void CheckStored() {
     const auto& saved = service_.Store().LastSaved();
-    Require(!saved || *saved == state, "what is in force is stored");
+    Require((saved ? *saved : first_) == service_.GetState(), "what is in force is stored");
+  }
+
+  void CheckAir() const {
+    const State& state = service_.GetState();
+    const std::vector<Wifid::LiveRadio> live = service_.Driver().GetLive();
+    const std::vector<Wifid::RadioPlan> plans =
+        Wifid::MakePlan(state, service_.Driver().GetCapabilities(),
+                        Wifid::ScheduledOff(state, service_.WallNow(), Wifid::Greenwich()));
+    Require(live.size() == plans.size(), "every radio is shown");
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+      const auto reached = service_.ReachedPlans().find(plans[i].radio);
+      Require(reached != service_.ReachedPlans().end() && reached->second == plans[i],
+              "what is in force has reached the radio");
+      CheckRadio(plans[i], live[i]);
+    }
+  }
+
+  static void CheckRadio(const Wifid::RadioPlan& plan, const Wifid::LiveRadio& live) {
+    Require(live.radio == plan.radio && live.up == plan.enable, "a radio is on where it is to be");
+    Require(!live.up || plan.channel == Wifid::kAutomaticChannel || live.channel == plan.channel,
+            "a radio is on its channel");
+    Require(live.station.ssid == (plan.enable && plan.station ? plan.station->ssid : "") &&
+                live.backhaulStation.ssid ==
+                    (plan.enable && plan.backhaulStation ? plan.backhaulStation->ssid : ""),
+            "a radio joins what it is to join");
     std::set<std::string> planned;
-    for (const Wifid::RadioPlan& plan :
-         Wifid::MakePlan(state, service_.Driver().GetCapabilities(),
-                         Wifid::ScheduledOff(state, service_.WallNow(), Wifid::Greenwich()))) {
-      for (const Wifid::BSSPlan& bss : plan.bsss) {
-        if (plan.enable) {
-          planned.insert(bss.interface + " " + bss.bssid.ToString());
-        }
-      }
+    for (const Wifid::BSSPlan& bss : plan.bsss) {
+      planned.insert(Name(bss.networkId, bss.interface, bss.bssid, plan.enable));
     }
-    std::set<std::string> up;
-    for (const Wifid::LiveRadio& radio : service_.Driver().GetLive()) {
-      for (const Wifid::LiveBSS& bss : radio.bsss) {
-        if (bss.up) {
-          up.insert(bss.interface + " " + bss.bssid.ToString());
-        }
-      }
+    std::set<std::string> there;
+    for (const Wifid::LiveBSS& bss : live.bsss) {
+      Require(there.insert(Name(bss.networkId, bss.interface, bss.bssid, bss.up)).second,
+              "a network is once on a radio");
     }
-    Require(up == planned, "what is in force is in the air");
+    Require(there == planned, "what is in force is in the air");
+  }
+
+  static std::string Name(int network, const std::string& interface, const Wifi::Util::MACAddress& bssid,
+                          bool up) {
+    return std::to_string(network) + " " + interface + " " + bssid.ToString() + (up ? " up" : " down");
   }
 
   FuzzedDataProvider& data_;
   bool radiosFail_;
+  bool diskFails_ = false;
   Wifid::SimulatedService service_;
+  State first_;
   std::vector<std::uint64_t> calls_;
 };
 

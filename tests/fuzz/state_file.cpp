@@ -1,5 +1,5 @@
-// Any state file, and behind a zero byte any that was kept of before the last change. What is read is written
-// and read again; nothing that could be read is lost, and what could not is put aside.
+// Any state file, and behind a zero byte any that was kept of before the last change; "-" is none. What is
+// read is written and read again; nothing that could be read is lost, and what could not is put aside.
 
 #include "daemon/store/state_file.h"
 
@@ -86,30 +86,44 @@ bool Holds(const SimulatedDisk& disk, const std::string& text) {
   return std::ranges::any_of(disk.Now(), [&text](const auto& file) { return file.second == text; });
 }
 
-void LoadAndSave(const std::string& current, const std::string& last) {
-  const SimulatedDisk::Files found{{"state.json", current}, {"state.json.last", last}};
+/// A file, or none.
+using Found = std::optional<std::string>;
+
+void LoadAndSave(const Found& current, const Found& last) {
+  SimulatedDisk::Files found;
+  if (current) {
+    found["state.json"] = *current;
+  }
+  if (last) {
+    found["state.json.last"] = *last;
+  }
   SimulatedDisk disk(found);
   StateFile file(disk, "state");
   const auto loaded = file.Load();
-  if (IsOfNewerVersion(current)) {
-    Require(!loaded.Succeeded() && disk.Now() == found, "the file of a newer version is left as it is");
+  const auto inForce = current ? Sound(*current) : std::nullopt;
+  const auto before = last ? Sound(*last) : std::nullopt;
+  const bool isNewer =
+      (current && IsOfNewerVersion(*current)) || (!inForce && last && IsOfNewerVersion(*last));
+  Require(loaded.Succeeded() == !isNewer, "a newer version, and nothing else, keeps a state from being read");
+  if (isNewer) {
+    Require(disk.Now() == found, "the files are left as they are");
     return;
   }
-  const auto wanted = Sound(current) ? Sound(current) : Sound(last);
-  if (!loaded.Succeeded()) {
-    Require(!Sound(current) && IsOfNewerVersion(last), "only a newer version keeps a state from being read");
-    return;
-  }
+  const auto wanted = inForce ? inForce : before;
   Require(loaded.Value().state == wanted, "the state in force is found, else the one before it");
-  Require(loaded.Value().trouble.empty() == Sound(current).has_value(), "what is lost is said");
+  Require(loaded.Value().trouble.empty() == (inForce || (!current && !last)), "what is lost is said");
 
   const State next = wanted ? *wanted : Wifid::MakeState(1, {});
   Require(file.Save(next).Succeeded(), "a disk that works takes a state");
-  Require(Holds(disk, current) || Sound(current), "what could not be read is kept");
+  Require(!current || inForce || Holds(disk, *current), "what could not be read is kept");
+  Require(!last || inForce || before || Holds(disk, *last), "so is what was kept before it");
   StateFile after(disk, "state");
   const auto again = after.Load();
   Require(again.Succeeded() && again.Value().state == next, "what was saved is found");
 }
+
+/// An input may say that there is no file.
+Found AsFile(const std::string& text) { return text == "-" ? std::nullopt : Found(text); }
 
 }  // namespace
 
@@ -122,6 +136,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Fuzz::Show(*state, TALO::Wifid::TriBandRadios());
     Fuzz::Show(*state, TALO::Wifid::DualBandRadios());
   }
-  Fuzz::LoadAndSave(files.first, files.second);
+  Fuzz::LoadAndSave(Fuzz::AsFile(files.first), Fuzz::AsFile(files.second));
   return 0;
 }

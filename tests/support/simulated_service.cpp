@@ -10,7 +10,7 @@ namespace TALO::Wifid {
 SimulatedService::SimulatedService(SupportedModel model, Scenario scenario, const State& state,
                                    std::int64_t now)
     : driver_(model, std::move(scenario), timers_),
-      engine_({store_, driver_, clock_, calendar_, announcer_, log_}, state) {
+      engine_({store_, record_, clock_, calendar_, announcer_, log_}, state) {
   clock_.now = now;
   driver_.SetEventSink([this](const RadioEvent& event) {
     if (const auto* finished = std::get_if<WPSFinished>(&event)) {

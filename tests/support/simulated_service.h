@@ -8,10 +8,12 @@
 #include "support/fake_doors.h"
 #include "support/manual_timers.h"
 #include "support/operation_calls.h"
+#include "support/plan_record.h"
 #include "support/zone_calendar.h"
 
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace TALO::Wifid {
@@ -48,6 +50,8 @@ class SimulatedService {
   Timers::Duration Now() const { return timers_.Now(); }
   std::int64_t WallNow() const { return clock_.now; }
   const SimulatedDriver& Driver() const { return driver_; }
+  /// The plan that each radio reached last.
+  const std::map<RadioFrequency, RadioPlan>& ReachedPlans() const { return record_.Reached(); }
   const State& GetState() const { return engine_.GetState(); }
   FakeStore& Store() { return store_; }
   BusPair& Bus() { return pair_; }
@@ -58,6 +62,7 @@ class SimulatedService {
   Journal journal_;
   ManualTimers timers_;
   SimulatedDriver driver_;
+  PlanRecord record_{driver_};
   FakeStore store_{journal_};
   FakeClock clock_;
   ZoneCalendar calendar_ = Greenwich();

@@ -10,7 +10,6 @@ namespace TALO::Wifid {
 namespace {
 
 constexpr int kMillibelsPerDecibel = 100;
-constexpr int kLowestFrequency = 2412;
 
 // IEEE 802.11: HT Capability Information, VHT Capabilities Information, HE PHY Capabilities.
 constexpr unsigned kHT40 = 0x0002;
@@ -19,17 +18,37 @@ constexpr unsigned kHE40In2_4GHz = 0x02;
 constexpr unsigned kHE80In5GHz = 0x04;
 constexpr unsigned kHE160In5GHz = 0x08;
 
-int NumberOfChannel(int frequency) {
+/// Channels that are numbered by their distance from a frequency that none has, 5 MHz each.
+struct Numbering {
+  int start;  ///< MHz
+  int first;
+  int last;
+};
+
+constexpr Numbering k2_4GHz = {2407, 1, 13};
+constexpr Numbering k4_9GHz = {4000, 183, 196};  ///< the kernel has them in the 5 GHz band
+constexpr Numbering k5GHz = {5000, 7, 185};
+
+std::optional<int> NumberIn(const Numbering& numbering, int frequency) {
+  constexpr int kStep = 5;
+  if (frequency < numbering.start + numbering.first * kStep ||
+      frequency > numbering.start + numbering.last * kStep || (frequency - numbering.start) % kStep != 0) {
+    return std::nullopt;
+  }
+  return (frequency - numbering.start) / kStep;
+}
+
+/// Nothing for a frequency that no channel of the band with this number of the kernel has.
+std::optional<int> NumberOfChannel(int band, int frequency) {
   constexpr int kChannel14 = 2484;
-  constexpr int kFirstOf5GHz = 5000;
-  constexpr int kFirstOf4_9GHz = 4900;
-  if (frequency == kChannel14) {
-    return 14;
+  if (band == NL80211_BAND_5GHZ) {
+    const auto number = NumberIn(k5GHz, frequency);
+    return number ? number : NumberIn(k4_9GHz, frequency);
   }
-  if (frequency < kFirstOf4_9GHz) {
-    return (frequency - 2407) / 5;
+  if (band != NL80211_BAND_2GHZ) {
+    return std::nullopt;
   }
-  return (frequency - (frequency < kFirstOf5GHz ? 4000 : kFirstOf5GHz)) / 5;
+  return frequency == kChannel14 ? std::optional(14) : NumberIn(k2_4GHz, frequency);
 }
 
 /// The widest channel that the country lets this one be a part of.
@@ -48,12 +67,8 @@ int AllowedWidth(const Attributes& channel) {
 void BandReading::TakeChannel(const Attributes& channel) {
   const int frequency =
       static_cast<int>(channel.Number<std::uint32_t>(NL80211_FREQUENCY_ATTR_FREQ).value_or(0));
-  if (frequency < kLowestFrequency) {
-    return;
-  }
   const auto power = channel.Number<std::uint32_t>(NL80211_FREQUENCY_ATTR_MAX_TX_POWER).value_or(0);
-  channels_[frequency] = {.number = NumberOfChannel(frequency),
-                          .frequency = frequency,
+  channels_[frequency] = {.frequency = frequency,
                           .disabled = channel.Has(NL80211_FREQUENCY_ATTR_DISABLED),
                           .listenOnly = channel.Has(NL80211_FREQUENCY_ATTR_NO_IR),
                           .radar = channel.Has(NL80211_FREQUENCY_ATTR_RADAR),
@@ -103,7 +118,12 @@ WiphyBand BandReading::Finish(int band) const {
   finished.veryHighThroughput160 = (veryHighThroughput_.value_or(0) & kVHT160) != 0;
   finished.highEfficiency = highEfficiency_.has_value();
   for (const auto& [frequency, channel] : channels_) {
+    const auto number = NumberOfChannel(band, frequency);
+    if (!number) {
+      continue;
+    }
     finished.channels.push_back(channel);
+    finished.channels.back().number = *number;
     finished.channels.back().maximumWidth = std::min(channel.maximumWidth, finished.maximumWidth);
   }
   return finished;

@@ -14,7 +14,8 @@ class BandReading {
  public:
   void Take(const Attributes& band);
 
-  /// What was told of the band with this number of the kernel.
+  /// What was told of the band with this number of the kernel. Frequencies that no channel of that band has
+  /// are passed over.
   WiphyBand Finish(int band) const;
 
  private:
@@ -23,7 +24,8 @@ class BandReading {
   void TakeHighEfficiency(const Attributes& capabilities);
   int MaximumWidth(bool is5GHz) const;
 
-  std::map<int, WiphyChannel> channels_;  ///< by frequency; their width is what the country allows
+  std::map<int, WiphyChannel>
+      channels_;  ///< by frequency, without numbers; their width is what the country allows
   std::optional<std::uint16_t> highThroughput_;
   std::optional<std::uint32_t> veryHighThroughput_;
   std::optional<std::uint8_t> highEfficiency_;  ///< its widths

@@ -27,16 +27,16 @@ constexpr std::size_t kLongestInterface = 15 - std::string_view("_0.sta99").size
 Refusal Failure(const std::string& sentence) { return {ErrorCode::RadioFailed, sentence}; }
 
 std::vector<int> ChannelsOf(const WiphyBand& band, RadioFrequency radio) {
-  std::vector<int> channels;
+  // Two of the 5 GHz band, 1 GHz apart, may have one number.
+  std::set<int> channels;
   for (const WiphyChannel& channel : band.channels) {
     const bool upper = channel.number >= kFirstUpperChannel;
     if ((radio == RadioFrequency::Band5GHz_1 && upper) || (radio == RadioFrequency::Band5GHz_2 && !upper)) {
       continue;
     }
-    channels.push_back(channel.number);
+    channels.insert(channel.number);
   }
-  std::ranges::sort(channels);
-  return channels;
+  return {channels.begin(), channels.end()};
 }
 
 /// A locally administered address of its own for each radio, so that the blocks that begin there keep apart

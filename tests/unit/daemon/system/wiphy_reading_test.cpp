@@ -287,10 +287,33 @@ TEST(ReadWiphys, KnowsWhatTheCountryAllowsOnAChannel) {
             (WiphyChannel{36, 5180, false, false, false, 20, 20}));
 }
 
-TEST(ReadWiphys, PassesOverWhatIsBelowEveryChannel) {
-  const auto bands = Read(Band(NL80211_BAND_2GHZ, Frequencies(Channel(0, {}) + Channel(2411, {}) +
-                                                              Channel(0x80000000U, {}) + Channel(2412, {}))));
-  EXPECT_EQ(bands.band2_4GHz->channels, (Channels{{1, 2412, false, false, false, 20, 20}}));
+/// The numbers of those that are taken for channels of the band.
+std::vector<int> NumbersIn(int band, const std::vector<std::uint32_t>& frequencies) {
+  std::string channels;
+  for (const std::uint32_t frequency : frequencies) {
+    channels += Channel(frequency, {});
+  }
+  const Wiphy wiphy = Read(Band(band, Frequencies(channels)));
+  std::vector<int> numbers;
+  for (const WiphyChannel& channel :
+       (band == NL80211_BAND_5GHZ ? wiphy.band5GHz : wiphy.band2_4GHz)->channels) {
+    numbers.push_back(channel.number);
+  }
+  return numbers;
+}
+
+TEST(ReadWiphys, PassesOverWhatIsNoChannelOf2_4GHz) {
+  EXPECT_EQ(NumbersIn(NL80211_BAND_2GHZ,
+                      {0, 2407, 2411, 2412, 2413, 2472, 2477, 2483, 2484, 2489, 5000, 5180, 0x80000000U}),
+            (std::vector<int>{1, 13, 14}));
+}
+
+TEST(ReadWiphys, PassesOverWhatIsNoChannelOf5GHz) {
+  EXPECT_EQ(NumbersIn(NL80211_BAND_5GHZ,
+                      {0,    2412, 4910,   4915,          4980,        4985,        5000,
+                       5030, 5035, 5160,   5180,          5181,        5885,        5925,
+                       5930, 5955, 60'480, 2'000'000'000, 0x7fffffffU, 0x80000000U, 0xffffffffU}),
+            (std::vector<int>{183, 196, 7, 32, 36, 177, 185}));
 }
 
 TEST(ReadWiphys, OrdersAndNumbersChannels) {

@@ -202,7 +202,7 @@ std::vector<Wifi::ScanResult> ReadHeard(const std::string& reply, Wifi::Util::Ra
 
 int LastHeardId(const std::string& reply) {
   std::vector<Fields> entries = ReadEntries(reply);
-  return entries.empty() ? -1 : ReadNumber(entries.back()["id"]).value_or(-1);
+  return entries.empty() ? -1 : std::max(ReadNumber(entries.back()["id"]).value_or(-1), -1);
 }
 
 }  // namespace TALO::Wifid

@@ -137,6 +137,16 @@ TEST(Hardware, SaysWhatARadioCanDo) {
   EXPECT_FALSE(hardware[0].capability.findsRadars);
 }
 
+TEST(Hardware, NamesAChannelOnceThatIsAtTwoFrequencies) {
+  Wiphy wiphy = Only5GHz(1);
+  wiphy.band5GHz->channels = {{184, 4920, false, false, false, 20, 20},
+                              {36, 5180, false, false, false, 20, 20},
+                              {184, 5920, true, false, false, 20, 20}};
+  const auto hardware = ValueOf(AssignHardware(SupportedModel::Cedar300, {Only2_4GHz(0), wiphy}, {}, {}));
+  ASSERT_EQ(2U, hardware.size());
+  EXPECT_EQ((std::vector<int>{36, 184}), hardware[1].capability.channels);
+}
+
 TEST(Hardware, KnowsAnInterfaceThatADaemonBeforeMade) {
   const std::vector<Wiphy> wiphys = {MakeWiphy(0), MakeWiphy(1)};
   const SupportedModel model = SupportedModel::Cedar300;

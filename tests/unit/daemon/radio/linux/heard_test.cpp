@@ -93,6 +93,13 @@ TEST(ReadHeard, GoesOnWhereALongAnswerEnded) {
   EXPECT_EQ(ListHeardAfter(6, Elements::Without), "BSS RANGE=7- MASK=0x21a87");
 }
 
+TEST(LastHeardId, IsNoNegativeNumber) {
+  EXPECT_EQ(LastHeardId("id=0\n====\n"), 0);
+  EXPECT_EQ(LastHeardId("id=-5\n====\n"), -1);
+  EXPECT_EQ(LastHeardId("id=7\n====\nid=-2147483648\n####\n"), -1);
+  EXPECT_EQ(LastHeardId("id=last\n====\n"), -1);
+}
+
 TEST(ReadHeard, KnowsTheModeByItsFlags) {
   const std::vector<std::pair<std::string, SecurityMode>> rows = {
       {"[ESS]", SecurityMode::Disabled},
