@@ -1,5 +1,5 @@
 #include "bench/full_router.h"
-#include "bench/load.h"
+#include "bench/growth.h"
 #include "bench/process_status.h"
 #include "bench/table.h"
 
@@ -12,7 +12,6 @@ namespace {
 
 constexpr double kGoalOfMemory = 8192;
 constexpr double kGoalOfWakeUps = 0;
-constexpr double kGoalOfGrowth = 1.02;  // a few pages more are no growth
 
 /// Those of a daemon that has done what it was still doing.
 double WakeUpsAMinute(const EndToEnd::Process& process, std::chrono::seconds watched) {
@@ -42,19 +41,7 @@ void MeasureAtRest(const Effort& effort) {
 
 void MeasureFull(const Effort& effort) {
   FullRouter router;
-  const EndToEnd::Process& daemon = router.Daemon();
-  Measure("with 16 networks, 128 stations", daemon, AtMost(kGoalOfMemory), effort);
-
-  // The first half brings in the pages that such calls need.
-  const std::size_t questions = effort.Or(1000, 1000000);
-  const auto ask = [&] {
-    MeasureLoad({.member = "GetRadioIfStatuses"}, 8, questions * 9 / 20);
-    MeasureLoad({.member = "GetDevices"}, 8, questions / 20);
-    return ReadMemory(daemon).resident;
-  };
-  const double half = ask();
-  PrintComparison({"resident after " + std::to_string(questions) + " questions", "after half of them", ask(),
-                   half, "KiB", AtMost(kGoalOfGrowth)});
+  Measure("with 16 networks, 128 stations", router.Daemon(), AtMost(kGoalOfMemory), effort);
 }
 
 }  // namespace
@@ -63,6 +50,7 @@ void MeasureDaemon(const Effort& effort) {
   PrintHeading("The daemon");
   MeasureAtRest(effort);
   MeasureFull(effort);
+  MeasureGrowth(effort);
 }
 
 }  // namespace TALO::Bench
