@@ -13,13 +13,14 @@ namespace {
 constexpr double kGoalOfMemory = 8192;
 constexpr double kGoalOfWakeUps = 0;
 
-/// Those of a daemon that has done what it was still doing.
+/// Those of a daemon that has done what it was still doing, for which it has ten seconds.
 double WakeUpsAMinute(const EndToEnd::Process& process, std::chrono::seconds watched) {
   double before = -1;
-  while (Waits(process) != before) {
+  for (int second = 0; second < 10 && Waits(process) != before; ++second) {
     before = Waits(process);
     std::this_thread::sleep_for(std::chrono::seconds(1));
   }
+  before = Waits(process);
   std::this_thread::sleep_for(watched);
   return (Waits(process) - before) * 60 / static_cast<double>(watched.count());
 }
