@@ -1,43 +1,48 @@
 #include "bench/full_router.h"
-#include "bench/load.h"
+#include "bench/growth.h"
+#include "bench/process_status.h"
 #include "bench/table.h"
-#include "support/files.h"
 
 #include <chrono>
-#include <stdexcept>
 #include <thread>
 
 namespace TALO::Bench {
 
 namespace {
 
-/// A number out of /proc/PID/status.
-double Status(const EndToEnd::Process& process, const std::string& name) {
-  const std::string text = ReadFile("/proc/" + std::to_string(process.Id()) + "/status");
-  const auto at = text.find("\n" + name + ":");
-  if (at == std::string::npos) {
-    throw std::runtime_error("the kernel does not tell " + name);
-  }
-  return std::stod(text.substr(at + name.size() + 2));
-}
+constexpr double kGoalOfMemory = 8192;
+constexpr double kGoalOfWakeUps = 0;
 
+/// Those of a daemon that has done what it was still doing, for which it has ten seconds.
 double WakeUpsAMinute(const EndToEnd::Process& process, std::chrono::seconds watched) {
-  const double before = Status(process, "voluntary_ctxt_switches");
+  double before = -1;
+  for (int second = 0; second < 10 && Waits(process) != before; ++second) {
+    before = Waits(process);
+    std::this_thread::sleep_for(std::chrono::seconds(1));
+  }
+  before = Waits(process);
   std::this_thread::sleep_for(watched);
-  return (Status(process, "voluntary_ctxt_switches") - before) * 60 / static_cast<double>(watched.count());
+  return (Waits(process) - before) * 60 / static_cast<double>(watched.count());
 }
 
-void PrintMemory(const std::string& what, const EndToEnd::Process& process, const std::string& goal = "") {
-  PrintFigure("resident memory " + what, Status(process, "VmRSS"), "KiB", goal);
-  PrintFigure("of it its own " + what, Status(process, "RssAnon"), "KiB");
+void Measure(const std::string& what, const EndToEnd::Process& daemon, const Goal& goalOfMemory,
+             const Effort& effort) {
+  const Memory memory = ReadMemory(daemon);
+  PrintFigure("resident memory " + what, memory.resident, "KiB", goalOfMemory);
+  PrintFigure("of it its own " + what, memory.own, "KiB");
+  PrintFigure("wake-ups " + what, WakeUpsAMinute(daemon, std::chrono::seconds(effort.Or(1, 60))), "a minute",
+              AtMost(kGoalOfWakeUps));
 }
 
 void MeasureAtRest(const Effort& effort) {
   Bus bus;
-  EndToEnd::DaemonOnBus daemon(bus.Private(), {.options = {}});
-  PrintMemory("at rest", daemon.GetProcess());
-  PrintFigure("wake-ups at rest", WakeUpsAMinute(daemon.GetProcess(), std::chrono::seconds(effort.Or(1, 60))),
-              "a minute", "none");
+  const EndToEnd::DaemonOnBus daemon(bus.Private(), {.options = {}});
+  Measure("at rest", daemon.GetProcess(), {}, effort);
+}
+
+void MeasureFull(const Effort& effort) {
+  FullRouter router;
+  Measure("with 16 networks, 128 stations", router.Daemon(), AtMost(kGoalOfMemory), effort);
 }
 
 }  // namespace
@@ -45,23 +50,8 @@ void MeasureAtRest(const Effort& effort) {
 void MeasureDaemon(const Effort& effort) {
   PrintHeading("The daemon");
   MeasureAtRest(effort);
-  FullRouter router;
-  const EndToEnd::Process& daemon = router.Daemon();
-  const std::string full = "with 16 networks, 128 stations";
-  PrintMemory(full, daemon, "at most 8192");
-  PrintFigure("wake-ups " + full, WakeUpsAMinute(daemon, std::chrono::seconds(effort.Or(1, 60))), "a minute",
-              "none");
-
-  // The first half brings in the pages that such calls need.
-  const std::size_t requests = effort.Or(1000, 1000000);
-  const auto ask = [&] {
-    MeasureLoad({.member = "GetRadioIfStatuses"}, 8, requests * 9 / 20);
-    MeasureLoad({.member = "GetDevices"}, 8, requests / 20);
-    return Status(daemon, "VmRSS");
-  };
-  const double half = ask();
-  PrintComparison({"resident after " + std::to_string(requests) + " requests", "after half of them", ask(),
-                   half, "KiB", AtMost(1)});
+  MeasureFull(effort);
+  MeasureGrowth(effort);
 }
 
 }  // namespace TALO::Bench

@@ -1,4 +1,5 @@
 #include "bench/bench.h"
+#include "bench/profile.h"
 #include "bench/run_cost.h"
 #include "bench/table.h"
 
@@ -18,6 +19,7 @@ struct Listing {
 
 constexpr int kRecordsOfGoal = 10000;
 constexpr double kGoal = 1.5;
+constexpr int kRecordsOfProfile = 1000;
 
 std::string Thousands(int number) {
   std::string text = std::to_string(number);
@@ -41,6 +43,18 @@ RunCost MeasureListing(const Listing& listing, int records, const Effort& effort
   return costs[0];
 }
 
+/// What a listing as JSON is spent on, each with all that is called for it.
+void PrintProfile(const Listing& listing, int records) {
+  const Profile profile = ProfileRun({BuiltPrograms().tool, listing.command});
+  const auto print = [&](const std::string& part, const std::string& function) {
+    PrintFigure(Thousands(records) + " records, " + listing.kind + ", " + part,
+                Inclusive(profile, function) / profile.total * 100, "% of instr.");
+  };
+  print("reading", "TALO::Wifi::(anonymous namespace)::WifiClientProxy::" + listing.method);
+  print("the library's maps", "Json::Value::resolveReference");
+  print("the library's writing", "Json::BuiltStyledStreamWriter::write");
+}
+
 /// How a cost grows with the number of records: 1 is in step with it.
 double Exponent(double less, double more, double times) { return std::log(more / less) / std::log(times); }
 
@@ -59,6 +73,10 @@ void MeasureListings(const Effort& effort) {
         StartService({.words = {BuiltPrograms().listingService, std::to_string(records)}}, "com.talo.Wifi1");
     for (const Listing& listing : listings) {
       costs[listing.kind].push_back(MeasureListing(listing, records, effort));
+      // Some of it is the library's own business, and may be called otherwise in another version.
+      if (!effort.quick && listing.kind == "JSON" && records == kRecordsOfProfile) {
+        PrintProfile(listing, records);
+      }
     }
   }
   for (const auto& [kind, of] : costs) {

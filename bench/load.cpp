@@ -57,14 +57,41 @@ int Caller::OnAnswer(sd_bus_message* answer, void* caller, sd_bus_error*) {
   return 0;
 }
 
-Load MeasureLoad(const Target& target, std::size_t callers, std::size_t calls, const Target* disturbance) {
+namespace {
+
+using Loop = std::unique_ptr<sd_event, EndLoop>;
+using Callers = std::vector<std::unique_ptr<Caller>>;
+
+Loop MakeLoop() {
   sd_event* made = nullptr;
   CheckMessage(sd_event_new(&made));
-  const std::unique_ptr<sd_event, EndLoop> loop(made);
+  return Loop(made);
+}
 
-  std::size_t begun = 0;
-  std::size_t working = callers;
-  const auto permission = [&] {
+/// Seconds until `working` has fallen to nothing.
+double RunOut(sd_event* loop, const std::size_t& working) {
+  const auto start = std::chrono::steady_clock::now();
+  while (working > 0) {
+    CheckMessage(sd_event_run(loop, UINT64_MAX));
+    if (sd_event_get_state(loop) == SD_EVENT_FINISHED) {
+      throw std::runtime_error("a call is refused");
+    }
+  }
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+Load Sum(const Callers& callers, double seconds) {
+  std::vector<double> latencies;
+  for (const auto& caller : callers) {
+    latencies.insert(latencies.end(), caller->Latencies().begin(), caller->Latencies().end());
+  }
+  return {static_cast<double>(latencies.size()) / seconds, Median(latencies), Quantile(latencies, 0.99),
+          Quantile(latencies, 1), latencies.size()};
+}
+
+/// Lets a caller call so often, together with all that share `begun`.
+Caller::Permission UpTo(std::size_t calls, std::size_t& begun, std::size_t& working) {
+  return [calls, &begun, &working] {
     if (begun < calls) {
       ++begun;
       return true;
@@ -72,32 +99,57 @@ Load MeasureLoad(const Target& target, std::size_t callers, std::size_t calls, c
     --working;
     return false;
   };
-  std::vector<std::unique_ptr<Caller>> all;
+}
+
+}  // namespace
+
+Load MeasureLoad(const Target& target, std::size_t callers, std::size_t calls) {
+  const Loop loop = MakeLoop();
+  std::size_t begun = 0;
+  std::size_t working = callers;
+  Callers all;
   for (std::size_t i = 0; i < callers; ++i) {
-    all.push_back(std::make_unique<Caller>(loop.get(), target, permission));
+    all.push_back(std::make_unique<Caller>(loop.get(), target, UpTo(calls, begun, working)));
   }
-  std::unique_ptr<Caller> other;
-  if (disturbance != nullptr) {
-    other = std::make_unique<Caller>(loop.get(), *disturbance, [&] { return working > 0; });
-    other->Begin();
-  }
-  const auto start = std::chrono::steady_clock::now();
   for (const auto& caller : all) {
     caller->Begin();
   }
-  while (working > 0) {
-    CheckMessage(sd_event_run(loop.get(), UINT64_MAX));
-    if (sd_event_get_state(loop.get()) == SD_EVENT_FINISHED) {
-      throw std::runtime_error("a call is refused");
-    }
-  }
-  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+  const double seconds = RunOut(loop.get(), working);
+  return Sum(all, seconds);
+}
 
-  std::vector<double> latencies;
-  for (const auto& caller : all) {
-    latencies.insert(latencies.end(), caller->Latencies().begin(), caller->Latencies().end());
+Load MeasureBeside(const Target& target, const Work& work) {
+  const Loop loop = MakeLoop();
+  std::size_t begun = 0;
+  std::size_t disturbing = 1;
+  std::size_t asking = 1;
+  Caller other(loop.get(), work.call, UpTo(work.times, begun, disturbing));
+  Callers one;
+  one.push_back(std::make_unique<Caller>(loop.get(), target, [&] {
+    asking = disturbing;
+    return disturbing > 0;
+  }));
+  other.Begin();
+  one.front()->Begin();
+  const double seconds = RunOut(loop.get(), asking);
+  const double fastest = Quantile(other.Latencies(), 0);
+  if (fastest < static_cast<double>(work.shortest.count())) {
+    throw std::runtime_error("a call of " + work.call.member + " takes " + std::to_string(fastest) +
+                             " us, too little for a real one");
   }
-  return {static_cast<double>(latencies.size()) / took.count(), Median(latencies), Quantile(latencies, 0.99)};
+  return Sum(one, seconds);
+}
+
+Load MedianOf(const std::vector<Load>& loads) {
+  const auto median = [&loads](auto Load::*figure) {
+    std::vector<double> figures;
+    for (const Load& load : loads) {
+      figures.push_back(static_cast<double>(load.*figure));
+    }
+    return Median(figures);
+  };
+  return {median(&Load::callsPerSecond), median(&Load::median), median(&Load::ninetyNinth),
+          median(&Load::slowest), static_cast<std::size_t>(median(&Load::calls))};
 }
 
 }  // namespace TALO::Bench

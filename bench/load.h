@@ -27,6 +27,17 @@ struct Load {
   double callsPerSecond = 0;
   double median = 0;       ///< microseconds from a call to its answer
   double ninetyNinth = 0;  ///< microseconds within which 99 of 100 were answered
+  double slowest = 0;      ///< microseconds of the one that took longest
+  std::size_t calls = 0;   ///< answered
+};
+
+/// Something that keeps the daemon at work: a call that is made so often, each when the one before is
+/// answered.
+struct Work {
+  Target call;
+  std::size_t times = 1;
+  /// What each takes where it really is worked on, and not answered from memory.
+  std::chrono::microseconds shortest{0};
 };
 
 struct EndLoop {
@@ -57,10 +68,18 @@ class Caller {
   std::vector<double> latencies_;
 };
 
-/// So many callers at once, each with one call on its way, until `calls` are answered. Where a `disturbance`
-/// is given, one more caller repeats that as long, and is not counted. Throws std::runtime_error for an
-/// error in place of an answer.
-Load MeasureLoad(const Target& target, std::size_t callers, std::size_t calls,
-                 const Target* disturbance = nullptr);
+/// The question that the daemon is asked to see how fast it answers.
+inline Target RadioQuestion() { return {.member = "GetRadioIfStatuses"}; }
+
+/// So many callers at once, each with one call on its way, until `calls` are answered. Throws
+/// std::runtime_error for an error in place of an answer.
+Load MeasureLoad(const Target& target, std::size_t callers, std::size_t calls);
+
+/// One caller, from the first to the last moment in which a call of `work` is on its way, and never after.
+/// Throws as above, and where a call of `work` comes back too soon to be real.
+Load MeasureBeside(const Target& target, const Work& work);
+
+/// The medians of several loads' figures.
+Load MedianOf(const std::vector<Load>& loads);
 
 }  // namespace TALO::Bench

@@ -2,7 +2,7 @@
 
 #include "bench/bench.h"
 #include "bench/figures.h"
-#include "support/process.h"
+#include "bench/processor_times.h"
 
 #include <cstdlib>
 #include <iterator>
@@ -18,30 +18,26 @@ namespace {
 
 struct Figures {
   std::vector<double> milliseconds, processor, faults, resident;
+  ProcessorTimes times;
 };
-
-/// A run that succeeded, on the bus of now.
-std::unique_ptr<EndToEnd::Process> Run(const Command& command, EndToEnd::Environment environment = {}) {
-  environment.emplace("DBUS_SYSTEM_BUS_ADDRESS", std::getenv("DBUS_SYSTEM_BUS_ADDRESS"));
-  auto process = std::make_unique<EndToEnd::Process>(
-      EndToEnd::ProcessSetup{.words = command, .environment = std::move(environment)});
-  if (process->Wait() != 0) {
-    throw std::runtime_error(command.front() + " fails: " + process->Output() + process->Errors());
-  }
-  return process;
-}
 
 void Measure(const Command& command, Figures& figures) {
   Command measured = {BuiltPrograms().measuredRun};
   measured.insert(measured.end(), command.begin(), command.end());
-  std::istringstream told(Run(measured)->Output());
+  const std::string output = RunOnBus(measured)->Output();
+  std::istringstream told(output);
   double microseconds = 0;
-  double processor = 0;
+  double user = 0;
+  double kernel = 0;
   double faults = 0;
   double resident = 0;
-  told >> microseconds >> processor >> faults >> resident;
+  if (!(told >> microseconds >> user >> kernel >> faults >> resident)) {
+    throw std::runtime_error("what a run of " + command.front() + " costs cannot be read: " + output);
+  }
   figures.milliseconds.push_back(microseconds / 1e3);
-  figures.processor.push_back(processor / 1e3);
+  figures.processor.push_back((user + kernel) / 1e3);
+  figures.times.user.push_back(user / 1e3);
+  figures.times.kernel.push_back(kernel / 1e3);
   figures.faults.push_back(faults);
   figures.resident.push_back(resident);
 }
@@ -56,6 +52,16 @@ double NumberBehind(const std::string& text, const std::string& label) {
 
 }  // namespace
 
+std::unique_ptr<EndToEnd::Process> RunOnBus(const Command& command, EndToEnd::Environment environment) {
+  environment.emplace("DBUS_SYSTEM_BUS_ADDRESS", std::getenv("DBUS_SYSTEM_BUS_ADDRESS"));
+  auto process = std::make_unique<EndToEnd::Process>(
+      EndToEnd::ProcessSetup{.words = command, .environment = std::move(environment)});
+  if (process->Wait() != 0) {
+    throw std::runtime_error(command.front() + " fails: " + process->Output() + process->Errors());
+  }
+  return process;
+}
+
 std::vector<RunCost> MeasureInTurn(const std::vector<Command>& commands, std::size_t rounds) {
   std::vector<Figures> figures(commands.size());
   for (std::size_t round = 0; round <= rounds; ++round) {
@@ -66,13 +72,15 @@ std::vector<RunCost> MeasureInTurn(const std::vector<Command>& commands, std::si
   }
   std::vector<RunCost> costs;
   for (const Figures& of : figures) {
-    costs.push_back({Median(of.milliseconds), Median(of.processor), Median(of.faults), Median(of.resident)});
+    const double processor = Median(of.processor);
+    costs.push_back({Median(of.milliseconds), processor, processor * KernelShare(of.times), Median(of.faults),
+                     Median(of.resident)});
   }
   return costs;
 }
 
 LoaderWork MeasureLoader(const Command& command) {
-  const std::string told = Run(command, {{"LD_DEBUG", "statistics,files"}})->Errors();
+  const std::string told = RunOnBus(command, {{"LD_DEBUG", "statistics,files"}})->Errors();
   LoaderWork work;
   const std::regex load("calling init: (?!.*/ld-linux)");
   work.libraries = static_cast<double>(
@@ -85,7 +93,7 @@ LoaderWork MeasureLoader(const Command& command) {
 double CountInstructions(const Command& command) {
   Command counted = {"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"};
   counted.insert(counted.end(), command.begin(), command.end());
-  return NumberBehind(Run(counted)->Errors(), "Collected");
+  return NumberBehind(RunOnBus(counted)->Errors(), "Collected");
 }
 
 }  // namespace TALO::Bench

@@ -1,6 +1,7 @@
 #include "bench/bench.h"
 #include "bench/run_cost.h"
 #include "bench/table.h"
+#include "bench/where_time_goes.h"
 
 namespace TALO::Bench {
 
@@ -29,7 +30,8 @@ void CompareWork(const std::string& what, const std::string& against, const Comm
   PrintComparison({what, against, own.plainRelocations, other.plainRelocations, "places moved"});
 }
 
-/// One command of the tool against a C program that makes the same calls.
+/// One command of the tool against a C program that makes the same calls; where there is a goal, with
+/// where the time goes.
 void MeasureRun(const std::string& command, const std::string& kind, const Command& calls, const Goal& goal,
                 const Effort& effort) {
   const std::string what = command + kind;
@@ -37,8 +39,13 @@ void MeasureRun(const std::string& command, const std::string& kind, const Comma
   Command theirs = {BuiltPrograms().cClient};
   theirs.insert(theirs.end(), calls.begin(), calls.end());
   const auto costs = MeasureInTurn({ours, theirs}, effort.Or(3, 500));
-  Compare(what, "C client on sd-bus", costs[0], costs[1], goal);
-  CompareWork(what, "C client on sd-bus", ours, theirs);
+  const std::string against = "C client on sd-bus";
+  Compare(what, against, costs[0], costs[1], goal);
+  CompareWork(what, against, ours, theirs);
+  if (goal.kind != Goal::Kind::None) {
+    CompareTimes(what, against, costs[0], costs[1]);
+    CompareProfiles(what, against, ours, theirs);
+  }
 }
 
 }  // namespace

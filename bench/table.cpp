@@ -12,6 +12,9 @@ namespace {
 constexpr int kWhatWidth = 46;
 constexpr int kAgainstWidth = 30;
 constexpr int kFigureWidth = 12;
+constexpr int kUnitWidth = 17;
+
+std::size_t missedGoals = 0;
 
 /// Three digits that say something.
 std::string Rounded(double figure) {
@@ -21,13 +24,15 @@ std::string Rounded(double figure) {
   return text.str();
 }
 
-std::string TextOf(const Goal& goal, double ratio) {
+/// Text of the goal and of what came of it, which is counted.
+std::string Judge(const Goal& goal, double figure) {
   if (goal.kind == Goal::Kind::None) {
     return "";
   }
   const bool atMost = goal.kind == Goal::Kind::AtMost;
-  const bool met = atMost ? ratio <= goal.ratio : ratio >= goal.ratio;
-  return std::string(atMost ? "at most " : "at least ") + Rounded(goal.ratio) + (met ? "" : "  MISSED");
+  const bool met = atMost ? figure <= goal.limit : figure >= goal.limit;
+  missedGoals += met ? 0 : 1;
+  return std::string(atMost ? "at most " : "at least ") + Rounded(goal.limit) + (met ? "  met" : "  MISSED");
 }
 
 void PrintRow(const std::string& what, const std::string& ours, const std::string& against,
@@ -35,7 +40,7 @@ void PrintRow(const std::string& what, const std::string& ours, const std::strin
               const std::string& goal) {
   std::cout << std::left << std::setw(kWhatWidth) << what << std::right << std::setw(kFigureWidth) << ours
             << "  " << std::left << std::setw(kAgainstWidth) << against << std::right
-            << std::setw(kFigureWidth) << theirs << "  " << std::left << std::setw(kFigureWidth) << unit
+            << std::setw(kFigureWidth) << theirs << "  " << std::left << std::setw(kUnitWidth) << unit
             << std::right << std::setw(7) << ratio << "  " << goal << std::endl;
 }
 
@@ -49,11 +54,13 @@ void PrintHeading(const std::string& title) {
 void PrintComparison(const Comparison& row) {
   const double ratio = row.ours / row.theirs;
   PrintRow(row.what, Rounded(row.ours), row.against, Rounded(row.theirs), row.unit, Rounded(ratio),
-           TextOf(row.goal, ratio));
+           Judge(row.goal, ratio));
 }
 
-void PrintFigure(const std::string& what, double figure, const std::string& unit, const std::string& goal) {
-  PrintRow(what, Rounded(figure), "", "", unit, "", goal);
+void PrintFigure(const std::string& what, double figure, const std::string& unit, const Goal& goal) {
+  PrintRow(what, Rounded(figure), "", "", unit, "", Judge(goal, figure));
 }
+
+std::size_t MissedGoals() { return missedGoals; }
 
 }  // namespace TALO::Bench

@@ -1,19 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace TALO::Bench {
 
-/// What a ratio is to be.
+/// What a ratio, or a figure that stands alone, is to be.
 struct Goal {
   enum class Kind { None, AtMost, AtLeast };
 
   Kind kind = Kind::None;
-  double ratio = 0;
+  double limit = 0;
 };
 
-constexpr Goal AtMost(double ratio) { return {Goal::Kind::AtMost, ratio}; }
-constexpr Goal AtLeast(double ratio) { return {Goal::Kind::AtLeast, ratio}; }
+constexpr Goal AtMost(double limit) { return {Goal::Kind::AtMost, limit}; }
+constexpr Goal AtLeast(double limit) { return {Goal::Kind::AtLeast, limit}; }
 
 /// Two figures measured in turn, ours and the one that it is held against.
 struct Comparison {
@@ -28,8 +29,10 @@ struct Comparison {
 /// Prints a line as soon as its figures are there; every figure raw, and each pair's ratio.
 void PrintHeading(const std::string& title);
 void PrintComparison(const Comparison& row);
-/// A figure that stands alone; `goal` is text, as in "at most 8".
-void PrintFigure(const std::string& what, double figure, const std::string& unit,
-                 const std::string& goal = "");
+/// A figure that stands alone.
+void PrintFigure(const std::string& what, double figure, const std::string& unit, const Goal& goal = {});
+
+/// How many goals of what was printed so far are missed.
+std::size_t MissedGoals();
 
 }  // namespace TALO::Bench
