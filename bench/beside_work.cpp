@@ -30,6 +30,7 @@ static_assert(kEnvirons.join < kEnvirons.apply);
 struct Disturbance {
   std::string name;
   Work work;
+  Goal ninetyNinth = AtMost(kGoalOfDelay);
   std::function<void()> prepare = [] {};
   /// Throws where the round was not what it is to be; the router is at rest once it returns.
   std::function<void()> check = [] {};
@@ -50,7 +51,7 @@ void Measure(const Disturbance& disturbance, const Effort& effort) {
   const std::string against = "as many at rest";
   PrintComparison({what + ", median", against, during.median, before.median, "us", AtMost(kGoalOfDelay)});
   PrintComparison(
-      {what + ", 99 of 100", against, during.ninetyNinth, before.ninetyNinth, "us", AtMost(kGoalOfDelay)});
+      {what + ", 99 of 100", against, during.ninetyNinth, before.ninetyNinth, "us", disturbance.ninetyNinth});
   PrintComparison({what + ", slowest", against, during.slowest, before.slowest, "us"});
   PrintFigure("questions a round of " + disturbance.name, static_cast<double>(during.calls), "questions");
 }
@@ -94,6 +95,8 @@ Disturbance Restarts(const Effort& effort) {
           .check = [began] { CheckStationsWereDropped(*began); }};
 }
 
+/// One change upon the other, more than anybody makes: they take the processors that the bus and the callers
+/// need as well, so there is no goal for the slower answers.
 Disturbance StateWrites(const Effort& effort) {
   return {.name = "state writes",
           .work = {.call = {.interface = "com.talo.Wifi1.Topology",
@@ -103,7 +106,8 @@ Disturbance StateWrites(const Effort& effort) {
                                   Wifi::Bus::CheckMessage(
                                       sd_bus_message_append(call, "s", nth % 2 == 0 ? "even" : "odd"));
                                 }},
-                   .times = effort.Or(4, 400)}};
+                   .times = effort.Or(4, 400)},
+          .ninetyNinth = {}};
 }
 
 }  // namespace
