@@ -74,6 +74,7 @@ std::vector<Wiphy> ReadWiphys(const Messages& messages) {
     }
   }
   std::vector<Wiphy> wiphys;
+  wiphys.reserve(radios.size());
   for (auto& [number, begun] : radios) {
     wiphys.push_back(Finished(std::move(begun)));
   }

@@ -229,16 +229,17 @@ TEST_F(ConnectionTest, GivesUpOnADaemonThatStaysSilent) {
 
 TEST_F(ConnectionTest, DoesNotTakeALateAnswerForThatOfTheNextCall) {
   Connection& connection = Connect(500ms);
-  Message unanswered;
-  Peer().SetAnswer([&unanswered](sd_bus_message* call) {
-    unanswered.reset(sd_bus_message_ref(call));
+  // The peer may be busy with it when the test is over.
+  const auto unanswered = std::make_shared<Message>();
+  Peer().SetAnswer([unanswered](sd_bus_message* call) {
+    unanswered->reset(sd_bus_message_ref(call));
     return true;
   });
   EXPECT_EQ(CallGetContext(connection), kNoAnswer);
-  Peer().SetAnswer([&unanswered](sd_bus_message* call) {
-    SendReply(unanswered.get(), [](sd_bus_message* reply) { Codec<std::string>::Append(reply, "late"); });
+  Peer().SetAnswer([unanswered](sd_bus_message* call) {
+    SendReply(unanswered->get(), [](sd_bus_message* reply) { Codec<std::string>::Append(reply, "late"); });
     SendReply(call, [](sd_bus_message* reply) { Codec<std::string>::Append(reply, "in time"); });
-    unanswered.reset();
+    unanswered->reset();
     return true;
   });
   EXPECT_EQ(connection.Call<&WifiClientForTopo::GetContext>(), "in time");
