@@ -4,6 +4,7 @@
 #include "attack/random_values.h"
 #include "client/wifi_client.h"
 #include "support/daemon_process.h"
+#include "support/deadline.h"
 #include "support/files.h"
 #include "support/introspection.h"
 #include "support/operation_call.h"
@@ -110,7 +111,20 @@ class Battle {
   }
 
   /// Throws std::runtime_error where a proper call of somebody else is not answered, whatever is on its way.
-  void CheckOthersAreServed() { CallOperation<&WifiClient::GetCountryCode>(bus_.Address()); }
+  /// Who meets a crowd of new callers may be told so, and is served when he comes again.
+  void CheckOthersAreServed() {
+    const EndToEnd::Deadline deadline;
+    for (;;) {
+      try {
+        CallOperation<&WifiClient::GetCountryCode>(bus_.Address());
+        return;
+      } catch (const EndToEnd::CallError& refusal) {
+        if (refusal.Name() != std::string(Wifi::Bus::kErrorPrefix) + "LimitReached" || deadline.HasPassed()) {
+          throw;
+        }
+      }
+    }
+  }
 
   void SendWrongSignatures() {
     AttackEveryMethod(5, [this](const Method&) {
