@@ -90,10 +90,4 @@ LoaderWork MeasureLoader(const Command& command) {
   return work;
 }
 
-double CountInstructions(const Command& command) {
-  Command counted = {"valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null"};
-  counted.insert(counted.end(), command.begin(), command.end());
-  return NumberBehind(RunOnBus(counted)->Errors(), "Collected");
-}
-
 }  // namespace TALO::Bench

@@ -37,7 +37,4 @@ struct LoaderWork {
 
 LoaderWork MeasureLoader(const Command& command);
 
-/// Instructions of one run outside the kernel, as valgrind counts them: the same on every machine of a kind.
-double CountInstructions(const Command& command);
-
 }  // namespace TALO::Bench

@@ -1,4 +1,5 @@
 #include "bench/bench.h"
+#include "bench/profile.h"
 #include "bench/run_cost.h"
 #include "bench/table.h"
 #include "bench/where_time_goes.h"
@@ -22,7 +23,7 @@ void Compare(const std::string& what, const std::string& against, const RunCost&
 void CompareWork(const std::string& what, const std::string& against, const Command& ours,
                  const Command& theirs) {
   PrintComparison(
-      {what, against, CountInstructions(ours) / 1e3, CountInstructions(theirs) / 1e3, "1000 instr."});
+      {what, against, ProfileRun(ours).total / 1e3, ProfileRun(theirs).total / 1e3, "1000 instr."});
   const LoaderWork own = MeasureLoader(ours);
   const LoaderWork other = MeasureLoader(theirs);
   PrintComparison({what, against, own.libraries, other.libraries, "libraries"});

@@ -140,9 +140,6 @@ Process::Process(const ProcessSetup& setup)
 Process::~Process() {
   if (!reaped_) {
     kill(id_, SIGKILL);
-    if (watcher_.joinable()) {
-      watcher_.join();
-    }
     waitpid(id_, nullptr, 0);
   }
 }
@@ -155,7 +152,7 @@ void Process::WatchEnd() {
     return;
   }
   end_ = Opened(eventfd(0, EFD_CLOEXEC), "a process cannot be watched");
-  watcher_ = std::thread([id = id_, ended = end_.Get()] {
+  watcher_ = std::jthread([id = id_, ended = end_.Get()] {
     siginfo_t how;
     waitid(P_PID, static_cast<id_t>(id), &how, WEXITED | WNOWAIT);
     eventfd_write(ended, 1);
@@ -178,9 +175,6 @@ bool Process::WaitForEnd(const Deadline* deadline) const {
 bool Process::HasEnded() const { return reaped_ || WaitForEnd(nullptr); }
 
 void Process::Reap() {
-  if (watcher_.joinable()) {
-    watcher_.join();
-  }
   int status = 0;
   if (waitpid(id_, &status, 0) != id_) {
     ThrowErrno("the end of a process cannot be read");

@@ -60,7 +60,7 @@ class Process {
   Descriptor errors_;
   pid_t id_ = -1;
   Descriptor end_;
-  std::thread watcher_;  ///< only where processes have no descriptors
+  std::jthread watcher_;  ///< only where processes have no descriptors
   bool reaped_ = false;
   int status_ = 0;
 };
